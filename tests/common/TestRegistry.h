@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QObject>
+#include <QtTest>
+
+#include <functional>
+#include <vector>
+
+// Lets several QtTest classes share one test binary per folder: each test
+// file registers its class with TZ_REGISTER_TEST, and TZ_TEST_MAIN runs all.
+namespace TestRegistry {
+
+using Factory = std::function<QObject*()>;
+
+inline std::vector<Factory>& factories()
+{
+    static std::vector<Factory> list;
+    return list;
+}
+
+struct Registrar
+{
+    explicit Registrar(Factory f) { factories().push_back(std::move(f)); }
+};
+
+// Runs every registered class; arguments after the program name are passed
+// to each (so "-v2" or a test function name work as with a single class).
+int runAll(int argc, char** argv);
+
+} // namespace TestRegistry
+
+#define TZ_REGISTER_TEST(Class) \
+    static TestRegistry::Registrar Class##_registrar([] { return static_cast<QObject*>(new Class); });
