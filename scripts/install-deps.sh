@@ -6,7 +6,7 @@ set -euo pipefail
 packages=(
   build-essential cmake ninja-build ccache pkg-config
   qtbase5-dev qttools5-dev qttools5-dev-tools libqt5charts5-dev libqt5svg5-dev
-  libgdal-dev gdal-bin libgeos-dev sqlite3
+  libgdal-dev gdal-bin libgeos-dev sqlite3 libsqlite3-dev libbenchmark-dev
   xvfb xauth
 )
 
