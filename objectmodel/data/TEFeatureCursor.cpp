@@ -1,0 +1,48 @@
+#include "data/TEFeatureCursor.h"
+
+namespace TZObjects {
+
+TEFeatureCursor::TEFeatureCursor(GDALDatasetH dataset, OGRLayerH layer, TERefPtr<TEFields> fields, bool resultSet)
+    : mDataset(dataset), mLayer(layer), mResultSet(resultSet), mFields(std::move(fields))
+{
+    if (mLayer)
+        OGR_L_ResetReading(mLayer);
+}
+
+TEFeatureCursor::TEFeatureCursor(std::vector<TERefPtr<TEFeature>> features)
+    : mFeatures(std::move(features))
+{
+}
+
+TEFeatureCursor::~TEFeatureCursor()
+{
+    if (mResultSet && mDataset && mLayer)
+        GDALDatasetReleaseResultSet(mDataset, mLayer);
+    if (mDataset)
+        GDALClose(mDataset);
+}
+
+TERefPtr<TEFeature> TEFeatureCursor::NextFeature()
+{
+    if (!mLayer) {
+        if (mNext >= mFeatures.size())
+            return {};
+        return mFeatures[mNext++];
+    }
+    OGRFeatureH feature = OGR_L_GetNextFeature(mLayer);
+    if (!feature)
+        return {};
+    return MakeRef<TEFeature>(feature, mFields);
+}
+
+OGRFeatureH TEFeatureCursor::NextOgrFeature()
+{
+    if (!mLayer) {
+        if (mNext >= mFeatures.size())
+            return nullptr;
+        return OGR_F_Clone(mFeatures[mNext++]->GetHandle());
+    }
+    return OGR_L_GetNextFeature(mLayer);
+}
+
+} // namespace TZObjects

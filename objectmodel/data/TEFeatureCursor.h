@@ -1,0 +1,44 @@
+#pragma once
+
+#include "data/TEFeature.h"
+
+#include <gdal.h>
+
+#include <vector>
+
+namespace TZObjects {
+
+// Walks the features a search found, in source order. A cursor over a file
+// or database source owns its own GDAL dataset handle, so it may be used on
+// any one thread while others read the same layer; a cursor over an
+// in-memory layer walks a copy taken when the search ran.
+class TZOBJECTS_EXPORT TEFeatureCursor : public TERefBase
+{
+public:
+    // Takes ownership of the dataset; layer is one of its layers, already
+    // filtered. When resultSet is true the layer came from ExecuteSQL and is
+    // released through the dataset.
+    TEFeatureCursor(GDALDatasetH dataset, OGRLayerH layer, TERefPtr<TEFields> fields, bool resultSet = false);
+    // Walks the given features.
+    explicit TEFeatureCursor(std::vector<TERefPtr<TEFeature>> features);
+    ~TEFeatureCursor() override;
+    TEFeatureCursor(const TEFeatureCursor&) = delete;
+    TEFeatureCursor& operator=(const TEFeatureCursor&) = delete;
+
+    // The next feature, or an empty pointer after the last one.
+    TERefPtr<TEFeature> NextFeature();
+
+    // The next raw OGR feature (caller destroys it), or null at the end; for
+    // scans that read one field and want no per-feature allocation beyond OGR's.
+    OGRFeatureH NextOgrFeature();
+
+private:
+    GDALDatasetH mDataset = nullptr;
+    OGRLayerH mLayer = nullptr;
+    bool mResultSet = false;
+    TERefPtr<TEFields> mFields;
+    std::vector<TERefPtr<TEFeature>> mFeatures;
+    size_t mNext = 0;
+};
+
+} // namespace TZObjects

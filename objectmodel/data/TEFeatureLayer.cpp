@@ -1,0 +1,409 @@
+#include "data/TEFeatureLayer.h"
+
+#include "data/TEFeatureTable.h"
+#include "data/TEFeaturesCountEvent.h"
+#include "data/TEGdalSupport.h"
+#include "symbology/QuickStyle.h"
+
+#include <cpl_conv.h>
+#include <cpl_string.h>
+#include <ogr_srs_api.h>
+
+#include <set>
+
+namespace TZObjects {
+
+TERefPtr<TEFeatureLayer> TEFeatureLayer::Open(const QString& source, const QString& layerName, QString* error)
+{
+    TEGdalSupport::EnsureRegistered();
+    CPLErrorReset();
+    GDALDatasetH dataset = GDALOpenEx(source.toUtf8().constData(), GDAL_OF_VECTOR | GDAL_OF_READONLY,
+                                      nullptr, nullptr, nullptr);
+    if (!dataset) {
+        if (error)
+            *error = QStringLiteral("Cannot open \"%1\": %2")
+                         .arg(source, TEGdalSupport::LastError(QStringLiteral("not a vector data source")));
+        return {};
+    }
+    OGRLayerH layer = layerName.isEmpty() ? GDALDatasetGetLayer(dataset, 0)
+                                          : GDALDatasetGetLayerByName(dataset, layerName.toUtf8().constData());
+    if (!layer) {
+        GDALClose(dataset);
+        if (error)
+            *error = layerName.isEmpty() ? QStringLiteral("\"%1\" holds no vector layer.").arg(source)
+                                         : QStringLiteral("\"%1\" has no layer \"%2\".").arg(source, layerName);
+        return {};
+    }
+    return TERefPtr<TEFeatureLayer>(
+        new TEFeatureLayer(source, QString::fromUtf8(OGR_L_GetName(layer)), dataset, layer));
+}
+
+TEFeatureLayer::TEFeatureLayer(const QString& source, const QString& sourceLayerName, GDALDatasetH dataset,
+                               OGRLayerH layer)
+    : TELayer(LayerTypeOfGeometry(layer ? OGR_L_GetGeomType(layer) : wkbNone), source, TEString(sourceLayerName))
+    , mDataset(dataset)
+    , mLayer(layer)
+    , mSourceLayerName(sourceLayerName)
+{
+    if (dataset) {
+        GDALDriverH driver = GDALGetDatasetDriver(dataset);
+        mDriverName = driver ? QString::fromUtf8(GDALGetDriverShortName(driver)) : QString();
+    }
+    OGRFeatureDefnH definition = layer ? OGR_L_GetLayerDefn(layer) : nullptr;
+    mFields = TEFields::FromDefinition(definition);
+    mEditBuffer = std::make_unique<TELayerEditBuffer>(definition);
+}
+
+TEFeatureLayer::~TEFeatureLayer()
+{
+    if (mDataset)
+        GDALClose(mDataset);
+}
+
+bool TEFeatureLayer::IsValid() const
+{
+    return mDataset && mLayer;
+}
+
+TERefPtr<TEFeatureTable> TEFeatureLayer::GetDatasource() const
+{
+    return MakeRef<TEFeatureTable>(TERefPtr<const TEFeatureLayer>(this));
+}
+
+GDALDatasetH TEFeatureLayer::OpenReadDataset(QString* error) const
+{
+    TEGdalSupport::EnsureRegistered();
+    CPLErrorReset();
+    GDALDatasetH dataset = GDALOpenEx(GetSource().toUtf8().constData(), GDAL_OF_VECTOR | GDAL_OF_READONLY,
+                                      nullptr, nullptr, nullptr);
+    if (!dataset && error)
+        *error = QStringLiteral("Cannot reopen \"%1\": %2").arg(GetSource(), TEGdalSupport::LastError());
+    return dataset;
+}
+
+bool TEFeatureLayer::PrepareLayer(OGRLayerH layer, const TEQueryFilter& filter, QString* error) const
+{
+    CPLErrorReset();
+    const std::string where = filter.GetWhereClause().toUTF8();
+    if (OGR_L_SetAttributeFilter(layer, where.empty() ? nullptr : where.c_str()) != OGRERR_NONE) {
+        if (error)
+            *error = QStringLiteral("Invalid filter \"%1\": %2")
+                         .arg(filter.GetWhereClause().toQString(), TEGdalSupport::LastError());
+        return false;
+    }
+    if (filter.HasSpatialRect()) {
+        const QRectF& r = filter.GetSpatialRect();
+        OGR_L_SetSpatialFilterRect(layer, r.left(), r.top(), r.right(), r.bottom());
+    } else {
+        OGR_L_SetSpatialFilter(layer, nullptr);
+    }
+
+    // Fields the caller did not ask for are not read at all. The where
+    // clause and rectangle still need theirs, so they are kept.
+    CPLStringList ignored;
+    if (!filter.GetSubFields().empty()) {
+        std::set<int> wanted;
+        for (const TEString& name : filter.GetSubFields()) {
+            const int index = mFields->FindField(name);
+            if (index >= 2)
+                wanted.insert(index);
+        }
+        const QString clause = filter.GetWhereClause().toQString();
+        for (int i = 2; i < mFields->GetFieldCount(); ++i) {
+            const QString name = mFields->GetField(i)->GetName().toQString();
+            if (wanted.count(i) || (!clause.isEmpty() && clause.contains(name, Qt::CaseInsensitive)))
+                continue;
+            ignored.AddString(name.toUtf8().constData());
+        }
+    }
+    if (!filter.IsGeometryNeeded() && !filter.HasSpatialRect())
+        ignored.AddString("OGR_GEOMETRY");
+    ignored.AddString("OGR_STYLE");
+    OGR_L_SetIgnoredFields(layer, const_cast<const char**>(ignored.List()));
+    return true;
+}
+
+TERefPtr<TEFeatureCursor> TEFeatureLayer::Search(const TEQueryFilter& filter, QString* error) const
+{
+    GDALDatasetH dataset = OpenReadDataset(error);
+    if (!dataset)
+        return {};
+    OGRLayerH layer = GDALDatasetGetLayerByName(dataset, mSourceLayerName.toUtf8().constData());
+    if (!layer) {
+        GDALClose(dataset);
+        if (error)
+            *error = QStringLiteral("Layer \"%1\" is gone from \"%2\".").arg(mSourceLayerName, GetSource());
+        return {};
+    }
+    if (!PrepareLayer(layer, filter, error)) {
+        GDALClose(dataset);
+        return {};
+    }
+    return MakeRef<TEFeatureCursor>(dataset, layer, mFields);
+}
+
+TERefPtr<TEFeature> TEFeatureLayer::GetFeature(int id) const
+{
+    QMutexLocker lock(&mMutex);
+    if (!mLayer)
+        return {};
+    OGRFeatureH feature = OGR_L_GetFeature(mLayer, id);
+    return feature ? MakeRef<TEFeature>(feature, mFields) : TERefPtr<TEFeature>();
+}
+
+int TEFeatureLayer::GetFeatureCount() const
+{
+    QMutexLocker lock(&mMutex);
+    if (!mLayer)
+        return 0;
+    return int(OGR_L_GetFeatureCount(mLayer, TRUE)) + mEditBuffer->GetCountChange();
+}
+
+bool TEFeatureLayer::GetExtent(QRectF& extent) const
+{
+    QMutexLocker lock(&mMutex);
+    OGREnvelope envelope;
+    if (!mLayer || OGR_L_GetGeomType(mLayer) == wkbNone || OGR_L_GetExtent(mLayer, &envelope, TRUE) != OGRERR_NONE)
+        return false;
+    extent = QRectF(QPointF(envelope.MinX, envelope.MinY), QPointF(envelope.MaxX, envelope.MaxY));
+    return true;
+}
+
+QString TEFeatureLayer::GetSpatialReferenceWkt() const
+{
+    QMutexLocker lock(&mMutex);
+    OGRSpatialReferenceH srs = mLayer ? OGR_L_GetSpatialRef(mLayer) : nullptr;
+    if (!srs)
+        return {};
+    char* wkt = nullptr;
+    OSRExportToWkt(srs, &wkt);
+    const QString text = QString::fromUtf8(wkt);
+    CPLFree(wkt);
+    return text;
+}
+
+void TEFeatureLayer::SetSymbolRender(TERefPtr<TEFeatureRender> render)
+{
+    {
+        QMutexLocker lock(&mMutex);
+        mRender = std::move(render);
+    }
+    RaiseRenderChanged();
+}
+
+TERefPtr<TEFeatureRender> TEFeatureLayer::GetSymbolRender() const
+{
+    QMutexLocker lock(&mMutex);
+    return mRender;
+}
+
+TERefPtr<TERender> TEFeatureLayer::GetRender() const
+{
+    return GetSymbolRender();
+}
+
+TERefPtr<TEStyle> TEFeatureLayer::GetDefaultStyle() const
+{
+    // A colour of its own per layer, steady for the layer's lifetime.
+    static const TEColor palette[] = {TEColor(0x1f, 0x77, 0xb4), TEColor(0xff, 0x7f, 0x0e), TEColor(0x2c, 0xa0, 0x2c),
+                                      TEColor(0xd6, 0x27, 0x28), TEColor(0x94, 0x67, 0xbd), TEColor(0x8c, 0x56, 0x4b),
+                                      TEColor(0xe3, 0x77, 0xc2), TEColor(0x17, 0xbe, 0xcf)};
+    const TEColor color = palette[std::hash<TEString>()(GetGuidStr()) % (sizeof(palette) / sizeof(palette[0]))];
+    switch (GetLayerType()) {
+    case LT_Point:
+    case LT_MultiPoint:
+        return QuickStyle::MakeDefaultStyle(TEStyle::PointStyle, color);
+    case LT_Line:
+        return QuickStyle::MakeDefaultStyle(TEStyle::LineStyle, color);
+    case LT_Polygon:
+        return QuickStyle::MakeDefaultStyle(TEStyle::FillStyle, color);
+    default:
+        return {};
+    }
+}
+
+TEQueryFilter TEFeatureLayer::query_filter() const
+{
+    QMutexLocker lock(&mMutex);
+    return mQueryFilter;
+}
+
+void TEFeatureLayer::SetQueryFilter(const TEQueryFilter& filter)
+{
+    QMutexLocker lock(&mMutex);
+    mQueryFilter = filter;
+}
+
+bool TEFeatureLayer::HasBeEdited() const
+{
+    return !mEditBuffer->IsEmpty();
+}
+
+TERefPtr<TEFeature> TEFeatureLayer::CreateFeature() const
+{
+    QMutexLocker lock(&mMutex);
+    return MakeRef<TEFeature>(OGR_F_Create(mLayer ? OGR_L_GetLayerDefn(mLayer) : OGR_FD_Create("")), mFields);
+}
+
+int TEFeatureLayer::AddFeature(const TERefPtr<TEFeature>& feature)
+{
+    if (!feature)
+        return -1;
+    TERefPtr<TEFeature> copy = feature->Clone();
+    const int id = mEditBuffer->NextNewId();
+    copy->SetId(id);
+    mEditBuffer->Record(TEFeatureEditBuffer::EO_Added, copy);
+    RaiseCountEvent(mFeaturesAdded, id);
+    return id;
+}
+
+bool TEFeatureLayer::UpdateFeature(const TERefPtr<TEFeature>& feature)
+{
+    if (!feature)
+        return false;
+    const int id = feature->GetId();
+    TEFeatureEditBuffer* edit = mEditBuffer->GetActiveEditFeatureByFeatureId(id);
+    if (edit ? edit->edit_operation() == TEFeatureEditBuffer::EO_Deleted : !GetFeature(id))
+        return false;
+    mEditBuffer->Record(TEFeatureEditBuffer::EO_Modified, feature->Clone());
+    return true;
+}
+
+bool TEFeatureLayer::DeleteFeature(int id)
+{
+    TEFeatureEditBuffer* edit = mEditBuffer->GetActiveEditFeatureByFeatureId(id);
+    TERefPtr<TEFeature> feature;
+    if (edit) {
+        if (edit->edit_operation() == TEFeatureEditBuffer::EO_Deleted)
+            return false;
+        feature = edit->GetFeature();
+    } else {
+        feature = GetFeature(id);
+        if (!feature)
+            return false;
+    }
+    mEditBuffer->Record(TEFeatureEditBuffer::EO_Deleted, feature);
+    RaiseCountEvent(mFeaturesDeleted, id);
+    return true;
+}
+
+bool TEFeatureLayer::SaveEdits(QString* error)
+{
+    if (mEditBuffer->IsEmpty())
+        return true;
+    if (!WriteEdits(error))
+        return false;
+    mEditBuffer->Clear();
+    return true;
+}
+
+void TEFeatureLayer::DiscardEdits()
+{
+    mEditBuffer->Clear();
+}
+
+bool TEFeatureLayer::WriteEdits(QString* error)
+{
+    CPLErrorReset();
+    GDALDatasetH dataset = GDALOpenEx(GetSource().toUtf8().constData(), GDAL_OF_VECTOR | GDAL_OF_UPDATE,
+                                      nullptr, nullptr, nullptr);
+    OGRLayerH layer = dataset ? GDALDatasetGetLayerByName(dataset, mSourceLayerName.toUtf8().constData()) : nullptr;
+    if (!layer) {
+        if (error)
+            *error = QStringLiteral("Cannot open \"%1\" for writing: %2")
+                         .arg(GetSource(), TEGdalSupport::LastError(QStringLiteral("read-only source")));
+        if (dataset)
+            GDALClose(dataset);
+        return false;
+    }
+    const bool transaction = GDALDatasetStartTransaction(dataset, FALSE) == OGRERR_NONE;
+    const bool written = WriteEditsTo(layer, mEditBuffer->GetEdits(), error);
+    bool ok = written;
+    if (transaction)
+        ok = written ? GDALDatasetCommitTransaction(dataset) == OGRERR_NONE
+                     : (GDALDatasetRollbackTransaction(dataset), false);
+    if (written && !ok && error)
+        *error = QStringLiteral("Saving edits failed: %1").arg(TEGdalSupport::LastError());
+    GDALClose(dataset);
+
+    // Reopen the shared handle so counts and extents see the saved data.
+    QMutexLocker lock(&mMutex);
+    GDALDatasetH fresh = OpenReadDataset(nullptr);
+    OGRLayerH freshLayer = fresh ? GDALDatasetGetLayerByName(fresh, mSourceLayerName.toUtf8().constData()) : nullptr;
+    if (freshLayer) {
+        GDALClose(mDataset);
+        mDataset = fresh;
+        mLayer = freshLayer;
+    } else if (fresh) {
+        GDALClose(fresh);
+    }
+    return ok;
+}
+
+bool TEFeatureLayer::WriteEditsTo(OGRLayerH layer, const std::vector<TERefPtr<TEFeatureEditBuffer>>& edits,
+                                  QString* error)
+{
+    for (const TERefPtr<TEFeatureEditBuffer>& edit : edits) {
+        OGRErr result = OGRERR_NONE;
+        OGRFeatureH feature = edit->GetFeature()->GetHandle();
+        switch (edit->edit_operation()) {
+        case TEFeatureEditBuffer::EO_Added: {
+            OGRFeatureH copy = OGR_F_Clone(feature);
+            OGR_F_SetFID(copy, OGRNullFID);
+            result = OGR_L_CreateFeature(layer, copy);
+            OGR_F_Destroy(copy);
+            break;
+        }
+        case TEFeatureEditBuffer::EO_Modified:
+            result = OGR_L_SetFeature(layer, feature);
+            break;
+        case TEFeatureEditBuffer::EO_Deleted:
+            result = OGR_L_DeleteFeature(layer, OGR_F_GetFID(feature));
+            break;
+        default:
+            break;
+        }
+        if (result != OGRERR_NONE) {
+            if (error)
+                *error = QStringLiteral("Saving feature %1 failed: %2")
+                             .arg(edit->GetFeatureId())
+                             .arg(TEGdalSupport::LastError(QStringLiteral("write error")));
+            return false;
+        }
+    }
+    return true;
+}
+
+void TEFeatureLayer::RaiseCountEvent(TEEventSignal& signal, int id)
+{
+    TEFeaturesCountEvent event({id});
+    signal.raise(this, &event);
+}
+
+TELayer::LayerType TEFeatureLayer::LayerTypeOfGeometry(OGRwkbGeometryType type)
+{
+    switch (wkbFlatten(type)) {
+    case wkbPoint:
+        return LT_Point;
+    case wkbMultiPoint:
+        return LT_MultiPoint;
+    case wkbLineString:
+    case wkbMultiLineString:
+    case wkbCircularString:
+    case wkbCompoundCurve:
+    case wkbMultiCurve:
+        return LT_Line;
+    case wkbPolygon:
+    case wkbMultiPolygon:
+    case wkbCurvePolygon:
+    case wkbMultiSurface:
+    case wkbTriangle:
+    case wkbTIN:
+    case wkbPolyhedralSurface:
+        return LT_Polygon;
+    default:
+        return LT_Unknown;
+    }
+}
+
+} // namespace TZObjects

@@ -1,0 +1,128 @@
+#pragma once
+
+#include "data/TEFeatureCursor.h"
+#include "data/TEFields.h"
+#include "data/TELayer.h"
+#include "data/TELayerEditBuffer.h"
+#include "data/TEQueryFilter.h"
+#include "renders/TEFeatureRender.h"
+
+#include <QMutex>
+
+#include <gdal.h>
+
+#include <memory>
+
+namespace TZObjects {
+
+class TEFeatureTable;
+class TEStyle;
+
+// A vector layer over any OGR source: GeoPackage, Shapefile, GeoJSON,
+// TopoJSON, CSV, or a PostGIS connection string ("PG:dbname=..."). Searches
+// read the saved data through a dataset handle of their own, so they may run
+// on any thread. Unsaved adds, changes and deletes are held in the edit
+// buffer and written by SaveEdits.
+class TZOBJECTS_EXPORT TEFeatureLayer : public TELayer
+{
+public:
+    // Opens the named layer of the source (the first one when layerName is
+    // empty). An empty pointer and an error text when it cannot be opened.
+    static TERefPtr<TEFeatureLayer> Open(const QString& source, const QString& layerName = {},
+                                         QString* error = nullptr);
+    ~TEFeatureLayer() override;
+
+    bool IsValid() const override;
+    bool IsFeatureLayer() const override { return true; }
+
+    // The OGR layer name within the source and the GDAL driver's short name.
+    QString GetSourceLayerName() const { return mSourceLayerName; }
+    QString GetDriverName() const { return mDriverName; }
+
+    // The layer's table: its fields, distinct values and value counts.
+    TERefPtr<TEFeatureTable> GetDatasource() const;
+    TERefPtr<TEFields> GetFields() const { return mFields; }
+
+    // Features of the saved data passing the filter, in source order.
+    // Empty pointer (and error) for an invalid filter or unreadable source.
+    virtual TERefPtr<TEFeatureCursor> Search(const TEQueryFilter& filter, QString* error = nullptr) const;
+    // One saved feature by id; empty when there is none.
+    TERefPtr<TEFeature> GetFeature(int id) const;
+    // Saved features plus unsaved adds minus unsaved deletes.
+    int GetFeatureCount() const;
+
+    bool GetExtent(QRectF& extent) const override;
+    QString GetSpatialReferenceWkt() const override;
+
+    // An empty render pointer removes the render.
+    void SetSymbolRender(TERefPtr<TEFeatureRender> render);
+    TERefPtr<TEFeatureRender> GetSymbolRender() const;
+    TERefPtr<TERender> GetRender() const override;
+
+    // A simple point, line or fill style matching the layer type.
+    TERefPtr<TEStyle> GetDefaultStyle() const;
+
+    // The filter every value collection of the panels applies.
+    TEQueryFilter query_filter() const;
+    void SetQueryFilter(const TEQueryFilter& filter);
+
+    // Editing, held in memory until SaveEdits.
+    bool HasBeEdited() const;
+    TELayerEditBuffer* layer_edit_buffer() const { return mEditBuffer.get(); }
+    // A new feature with this layer's fields, not yet part of the layer.
+    TERefPtr<TEFeature> CreateFeature() const;
+    // Adds the feature as an unsaved feature; returns its new (negative) id
+    // and raises features_added.
+    int AddFeature(const TERefPtr<TEFeature>& feature);
+    // Records a changed feature (identified by its id); false for an id the
+    // layer does not have.
+    bool UpdateFeature(const TERefPtr<TEFeature>& feature);
+    // Marks a feature deleted and raises features_deleted; false when the
+    // layer has no such feature.
+    bool DeleteFeature(int id);
+    // Writes every buffered edit in one transaction where the source has them.
+    bool SaveEdits(QString* error = nullptr);
+    void DiscardEdits();
+
+    // Feature-count events (TEFeaturesCountEvent, sender this layer).
+    TEEventSignal& features_added() const { return mFeaturesAdded; }
+    TEEventSignal& features_deleted() const { return mFeaturesDeleted; }
+
+    // The class name the layer's data source reports.
+    virtual TEString GetDatasourceClassName() const { return TEString(L"TEFeatureLayer"); }
+
+    static LayerType LayerTypeOfGeometry(OGRwkbGeometryType type);
+
+protected:
+    friend class TEFeatureTable;
+
+    TEFeatureLayer(const QString& source, const QString& sourceLayerName, GDALDatasetH dataset, OGRLayerH layer);
+
+    // A new read-only handle on the source for one search or query; null
+    // (and error) when the source cannot be reopened.
+    virtual GDALDatasetH OpenReadDataset(QString* error) const;
+    // Writes the edits into the source.
+    virtual bool WriteEdits(QString* error);
+
+    // Sets the where clause, rectangle and ignored fields of a layer handle.
+    bool PrepareLayer(OGRLayerH layer, const TEQueryFilter& filter, QString* error) const;
+    static bool WriteEditsTo(OGRLayerH layer, const std::vector<TERefPtr<TEFeatureEditBuffer>>& edits, QString* error);
+
+    mutable QMutex mMutex;      // guards mDataset/mLayer, shared by every thread
+    GDALDatasetH mDataset = nullptr;
+    OGRLayerH mLayer = nullptr;
+
+private:
+    void RaiseCountEvent(TEEventSignal& signal, int id);
+
+    QString mSourceLayerName;
+    QString mDriverName;
+    TERefPtr<TEFields> mFields;
+    std::unique_ptr<TELayerEditBuffer> mEditBuffer;
+    TERefPtr<TEFeatureRender> mRender;
+    TEQueryFilter mQueryFilter;
+    mutable TEEventSignal mFeaturesAdded;
+    mutable TEEventSignal mFeaturesDeleted;
+};
+
+} // namespace TZObjects

@@ -1,0 +1,156 @@
+#include "data/TERasterProps.h"
+
+#include "data/TEGdalSupport.h"
+
+#include <cpl_conv.h>
+
+namespace TZObjects {
+
+TERasterProps::TERasterProps(GDALDatasetH dataset) : mDataset(dataset)
+{
+    if (mDataset) {
+        mWidth = GDALGetRasterXSize(mDataset);
+        mHeight = GDALGetRasterYSize(mDataset);
+        mBandCount = GDALGetRasterCount(mDataset);
+    }
+    mStatisticsState.assign(size_t(mBandCount), 0);
+    mStatistics.resize(size_t(mBandCount));
+}
+
+TERasterProps::~TERasterProps()
+{
+    if (mDataset)
+        GDALClose(mDataset);
+}
+
+TERefPtr<TERasterProps> TERasterProps::Open(const QString& path, QString* error)
+{
+    TEGdalSupport::EnsureRegistered();
+    CPLErrorReset();
+    GDALDatasetH dataset = GDALOpenEx(path.toUtf8().constData(), GDAL_OF_RASTER | GDAL_OF_READONLY,
+                                      nullptr, nullptr, nullptr);
+    if (!dataset) {
+        if (error)
+            *error = QStringLiteral("Cannot open \"%1\": %2")
+                         .arg(path, TEGdalSupport::LastError(QStringLiteral("not a raster")));
+        return {};
+    }
+    if (GDALGetRasterCount(dataset) == 0) {
+        GDALClose(dataset);
+        if (error)
+            *error = QStringLiteral("\"%1\" has no raster band.").arg(path);
+        return {};
+    }
+    return MakeRef<TERasterProps>(dataset);
+}
+
+GDALRasterBandH TERasterProps::Band(int band) const
+{
+    if (!mDataset || band < 1 || band > mBandCount)
+        return nullptr;
+    return GDALGetRasterBand(mDataset, band);
+}
+
+int TERasterProps::GetBandDataType(int band) const
+{
+    QMutexLocker lock(&mMutex);
+    GDALRasterBandH handle = Band(band);
+    return handle ? int(GDALGetRasterDataType(handle)) : int(GDT_Unknown);
+}
+
+bool TERasterProps::GetStatistics(int band, BandStatistics& statistics) const
+{
+    QMutexLocker lock(&mMutex);
+    GDALRasterBandH handle = Band(band);
+    if (!handle)
+        return false;
+    const size_t i = size_t(band - 1);
+    if (mStatisticsState[i] == 0) {
+        BandStatistics& s = mStatistics[i];
+        CPLErrorReset();
+        // Exact statistics: never approximated from overviews or samples.
+        const CPLErr result = GDALComputeRasterStatistics(handle, FALSE, &s.minimum, &s.maximum, &s.mean,
+                                                          &s.stdDev, nullptr, nullptr);
+        mStatisticsState[i] = result == CE_None ? 1 : -1;
+    }
+    if (mStatisticsState[i] < 0)
+        return false;
+    statistics = mStatistics[i];
+    return true;
+}
+
+bool TERasterProps::GetStatistics(int band, double& minimum, double& maximum, double& mean, double& stdDev) const
+{
+    BandStatistics s;
+    if (!GetStatistics(band, s))
+        return false;
+    minimum = s.minimum;
+    maximum = s.maximum;
+    mean = s.mean;
+    stdDev = s.stdDev;
+    return true;
+}
+
+double TERasterProps::GetNoDataValue(int band, bool* hasNoData) const
+{
+    QMutexLocker lock(&mMutex);
+    GDALRasterBandH handle = Band(band);
+    int has = FALSE;
+    const double value = handle ? GDALGetRasterNoDataValue(handle, &has) : 0.0;
+    if (hasNoData)
+        *hasNoData = has != FALSE;
+    return has ? value : 0.0;
+}
+
+std::array<double, 6> TERasterProps::GetGeoTransform() const
+{
+    QMutexLocker lock(&mMutex);
+    std::array<double, 6> transform{0.0, 1.0, 0.0, 0.0, 0.0, 1.0};
+    if (mDataset && GDALGetGeoTransform(mDataset, transform.data()) != CE_None)
+        transform = {0.0, 1.0, 0.0, 0.0, 0.0, 1.0};
+    return transform;
+}
+
+QString TERasterProps::GetSpatialReferenceWkt() const
+{
+    QMutexLocker lock(&mMutex);
+    return mDataset ? QString::fromUtf8(GDALGetProjectionRef(mDataset)) : QString();
+}
+
+bool TERasterProps::ReadPixelBlock(int band, int x, int y, int width, int height, std::vector<double>& values,
+                                   QString* error) const
+{
+    return ReadWindow(band, QRect(x, y, width, height), QSize(width, height), values, error);
+}
+
+bool TERasterProps::ReadWindow(int band, const QRect& window, const QSize& outSize, std::vector<double>& values,
+                               QString* error) const
+{
+    QMutexLocker lock(&mMutex);
+    GDALRasterBandH handle = Band(band);
+    if (!handle) {
+        if (error)
+            *error = QStringLiteral("The raster has no band %1.").arg(band);
+        return false;
+    }
+    if (window.isEmpty() || outSize.isEmpty() || window.left() < 0 || window.top() < 0
+        || window.right() >= mWidth || window.bottom() >= mHeight) {
+        if (error)
+            *error = QStringLiteral("The block %1,%2 %3x%4 is outside the %5x%6 raster.")
+                         .arg(window.left()).arg(window.top()).arg(window.width()).arg(window.height())
+                         .arg(mWidth).arg(mHeight);
+        return false;
+    }
+    values.assign(size_t(outSize.width()) * size_t(outSize.height()), 0.0);
+    CPLErrorReset();
+    if (GDALRasterIO(handle, GF_Read, window.left(), window.top(), window.width(), window.height(), values.data(),
+                     outSize.width(), outSize.height(), GDT_Float64, 0, 0) != CE_None) {
+        if (error)
+            *error = TEGdalSupport::LastError(QStringLiteral("Reading the raster failed."));
+        values.clear();
+        return false;
+    }
+    return true;
+}
+
+} // namespace TZObjects

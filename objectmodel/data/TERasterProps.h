@@ -1,0 +1,80 @@
+#pragma once
+
+#include "core/TERefBase.h"
+#include "core/TERefPtr.h"
+
+#include <QMutex>
+#include <QRect>
+#include <QSize>
+#include <QString>
+
+#include <gdal.h>
+
+#include <array>
+#include <vector>
+
+namespace TZObjects {
+
+// Read access to a raster through one GDAL dataset: size, bands, data type,
+// statistics, no-data values and pixel reads. Bands are numbered from 1.
+// Calls are serialised, so one object may be shared between threads.
+class TZOBJECTS_EXPORT TERasterProps : public TERefBase
+{
+public:
+    struct BandStatistics
+    {
+        double minimum = 0.0;
+        double maximum = 0.0;
+        double mean = 0.0;
+        double stdDev = 0.0;
+    };
+
+    // Takes ownership of the dataset.
+    explicit TERasterProps(GDALDatasetH dataset);
+    ~TERasterProps() override;
+    TERasterProps(const TERasterProps&) = delete;
+    TERasterProps& operator=(const TERasterProps&) = delete;
+
+    static TERefPtr<TERasterProps> Open(const QString& path, QString* error = nullptr);
+
+    int GetWidth() const { return mWidth; }
+    int GetHeight() const { return mHeight; }
+    int GetBandCount() const { return mBandCount; }
+    // GDAL's data type code of the first band (1 Byte ... 6 Float32, 7 Float64).
+    int GetDataType() const { return GetBandDataType(1); }
+    int GetBandDataType(int band) const;
+
+    // Exact statistics of a band (computed once, then kept); false for a
+    // band that does not exist or holds only no-data.
+    bool GetStatistics(int band, BandStatistics& statistics) const;
+    bool GetStatistics(int band, double& minimum, double& maximum, double& mean, double& stdDev) const;
+
+    // The band's no-data value; hasNoData tells whether it has one.
+    double GetNoDataValue(int band, bool* hasNoData = nullptr) const;
+
+    // The six GDAL geo-transform coefficients (identity when none is set).
+    std::array<double, 6> GetGeoTransform() const;
+    QString GetSpatialReferenceWkt() const;
+
+    // Reads width x height pixels of a band starting at pixel (x, y), row
+    // by row, as doubles. False (and error) when the block leaves the raster.
+    bool ReadPixelBlock(int band, int x, int y, int width, int height, std::vector<double>& values,
+                        QString* error = nullptr) const;
+    // Reads a window of the raster resampled to outSize (nearest neighbour,
+    // using overviews when there are any), for drawing.
+    bool ReadWindow(int band, const QRect& window, const QSize& outSize, std::vector<double>& values,
+                    QString* error = nullptr) const;
+
+private:
+    GDALRasterBandH Band(int band) const;
+
+    mutable QMutex mMutex;
+    GDALDatasetH mDataset = nullptr;
+    int mWidth = 0;
+    int mHeight = 0;
+    int mBandCount = 0;
+    mutable std::vector<int> mStatisticsState;  // per band: 0 unknown, 1 ok, -1 failed
+    mutable std::vector<BandStatistics> mStatistics;
+};
+
+} // namespace TZObjects
