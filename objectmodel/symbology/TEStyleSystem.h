@@ -24,7 +24,8 @@ public:
     TEStyleDB* FindStyleDB(const TEString& name);
     // Adds a database (refuses null); it is kept until Reload.
     bool AddStyleDB(const TERefPtr<TEStyleDB>& db);
-    // Forgets every database and reads them again.
+    // Forgets every database and reads them again; pointers handed out
+    // before become invalid.
     void Reload();
 
     // The folders read besides the shipped databases, in reading order.
