@@ -3,6 +3,7 @@
 #include "data/TEFeatureTable.h"
 #include "data/TEFeaturesCountEvent.h"
 #include "data/TEGdalSupport.h"
+#include "data/TEWhereClause.h"
 #include "symbology/QuickStyle.h"
 
 #include <cpl_conv.h>
@@ -83,6 +84,11 @@ GDALDatasetH TEFeatureLayer::OpenReadDataset(QString* error) const
 
 bool TEFeatureLayer::PrepareLayer(OGRLayerH layer, const TEQueryFilter& filter, QString* error) const
 {
+    // Some drivers (GeoPackage, PostGIS) hand the clause to their database
+    // only when reading starts and then just yield nothing; check it first.
+    TEWhereClause check;
+    if (!check.Compile(OGR_L_GetLayerDefn(layer), filter.GetWhereClause(), error))
+        return false;
     CPLErrorReset();
     const std::string where = filter.GetWhereClause().toUTF8();
     if (OGR_L_SetAttributeFilter(layer, where.empty() ? nullptr : where.c_str()) != OGRERR_NONE) {

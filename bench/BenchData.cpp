@@ -1,0 +1,205 @@
+// Times distinct values, value counts and a one-field cursor scan over a
+// GeoPackage of 1,000,000 points, each as a ratio to the same query run
+// directly by SQLite on the same file in this process.
+//
+// Usage: bench_data [folder]   (default: <temp>/tzrender-bench; the
+// GeoPackage is made once and reused by later runs)
+
+#include "data/TEFeatureTable.h"
+#include "data/TEGdalSupport.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+
+#include <gdal.h>
+#include <ogr_srs_api.h>
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <functional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+using namespace TZObjects;
+
+namespace {
+
+constexpr int kFeatureCount = 1000000;
+constexpr int kDistinctKinds = 250;
+constexpr int kRepeats = 5;
+const char* const kLayer = "points";
+
+bool makeGeoPackage(const QString& path)
+{
+    const QString partial = path + QStringLiteral(".part");
+    QFile::remove(partial);
+    GDALDriverH driver = GDALGetDriverByName("GPKG");
+    GDALDatasetH dataset = GDALCreate(driver, partial.toUtf8().constData(), 0, 0, 0, GDT_Unknown, nullptr);
+    if (!dataset)
+        return false;
+    OGRSpatialReferenceH srs = OSRNewSpatialReference(nullptr);
+    OSRImportFromEPSG(srs, 4326);
+    OGRLayerH layer = GDALDatasetCreateLayer(dataset, kLayer, srs, wkbPoint, nullptr);
+    OSRRelease(srs);
+    OGRFieldDefnH kind = OGR_Fld_Create("kind", OFTString);
+    OGRFieldDefnH number = OGR_Fld_Create("n", OFTInteger);
+    OGR_L_CreateField(layer, kind, TRUE);
+    OGR_L_CreateField(layer, number, TRUE);
+    OGR_Fld_Destroy(kind);
+    OGR_Fld_Destroy(number);
+
+    GDALDatasetStartTransaction(dataset, FALSE);
+    OGRFeatureH feature = OGR_F_Create(OGR_L_GetLayerDefn(layer));
+    OGRGeometryH point = OGR_G_CreateGeometry(wkbPoint);
+    unsigned state = 12345;
+    bool ok = true;
+    for (int i = 0; i < kFeatureCount && ok; ++i) {
+        state = state * 1103515245u + 12345u;  // deterministic, evenly spread kinds
+        const int k = int((state >> 8) % kDistinctKinds);
+        OGR_F_SetFID(feature, OGRNullFID);
+        OGR_F_SetFieldString(feature, 0, QStringLiteral("class %1").arg(k, 3, 10, QLatin1Char('0')).toUtf8().constData());
+        OGR_F_SetFieldInteger(feature, 1, int(state % 1000));
+        OGR_G_SetPoint_2D(point, 0, (i % 1000) * 0.01, (i / 1000) * 0.01);
+        OGR_F_SetGeometry(feature, point);
+        ok = OGR_L_CreateFeature(layer, feature) == OGRERR_NONE;
+    }
+    OGR_G_DestroyGeometry(point);
+    OGR_F_Destroy(feature);
+    ok = ok && GDALDatasetCommitTransaction(dataset) == OGRERR_NONE;
+    GDALClose(dataset);
+    return ok && QFile::rename(partial, path);
+}
+
+// Median of kRepeats timed runs, in milliseconds, after one warm-up run.
+double timeMs(const std::function<size_t()>& run, size_t& resultSize)
+{
+    resultSize = run();
+    std::vector<double> times;
+    for (int i = 0; i < kRepeats; ++i) {
+        QElapsedTimer timer;
+        timer.start();
+        const size_t size = run();
+        times.push_back(timer.nsecsElapsed() / 1e6);
+        if (size != resultSize)
+            std::fprintf(stderr, "warning: run %d gave %zu rows, first gave %zu\n", i, size, resultSize);
+    }
+    std::sort(times.begin(), times.end());
+    return times[times.size() / 2];
+}
+
+size_t sqliteRows(sqlite3* db, const char* sql)
+{
+    sqlite3_stmt* statement = nullptr;
+    if (sqlite3_prepare_v2(db, sql, -1, &statement, nullptr) != SQLITE_OK) {
+        std::fprintf(stderr, "sqlite: %s\n", sqlite3_errmsg(db));
+        return 0;
+    }
+    size_t rows = 0;
+    std::vector<std::string> texts;
+    while (sqlite3_step(statement) == SQLITE_ROW) {
+        const unsigned char* text = sqlite3_column_text(statement, 0);
+        texts.emplace_back(text ? reinterpret_cast<const char*>(text) : "");
+        ++rows;
+    }
+    sqlite3_finalize(statement);
+    return rows;
+}
+
+void printRatio(const char* what, double ours, double reference, const char* referenceName, double target)
+{
+    const double ratio = ours / reference;
+    std::printf("  %-34s %9.1f ms  vs %-22s %9.1f ms  ratio %5.2fx  (target <= %.1fx: %s)\n", what, ours,
+                referenceName, reference, ratio, target, ratio <= target ? "met" : "MISSED");
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication app(argc, argv);
+    TEGdalSupport::EnsureRegistered();
+    const QString folder = argc > 1 ? QString::fromLocal8Bit(argv[1])
+                                    : QDir::temp().filePath(QStringLiteral("tzrender-bench"));
+    QDir().mkpath(folder);
+    const QString path = QDir(folder).filePath(QStringLiteral("points-1m.gpkg"));
+    if (!QFile::exists(path)) {
+        std::printf("Making %s (%d points, done once)...\n", qPrintable(path), kFeatureCount);
+        std::fflush(stdout);
+        if (!makeGeoPackage(path)) {
+            std::fprintf(stderr, "Cannot make %s: %s\n", qPrintable(path), qPrintable(TEGdalSupport::LastError()));
+            return 1;
+        }
+    }
+
+    QString error;
+    TERefPtr<TEFeatureLayer> layer = TEFeatureLayer::Open(path, {}, &error);
+    if (!layer) {
+        std::fprintf(stderr, "%s\n", qPrintable(error));
+        return 1;
+    }
+    sqlite3* db = nullptr;
+    if (sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READONLY, nullptr) != SQLITE_OK) {
+        std::fprintf(stderr, "sqlite cannot open %s\n", qPrintable(path));
+        return 1;
+    }
+
+    const TEString kind(L"kind");
+    TERefPtr<TEFeatureTable> table = layer->GetDatasource();
+    size_t rows = 0;
+
+    const double sqliteDistinct = timeMs([&] { return sqliteRows(db, "SELECT DISTINCT kind FROM points"); }, rows);
+    const size_t sqliteDistinctRows = rows;
+    const double sqliteCounts =
+        timeMs([&] { return sqliteRows(db, "SELECT kind, COUNT(*) FROM points GROUP BY kind"); }, rows);
+
+    std::vector<TEString> values;
+    const double distinct = timeMs([&] {
+        table->GetDistinctValues(kind, TEQueryFilter(), values, &error);
+        return values.size();
+    }, rows);
+    const size_t distinctRows = rows;
+    std::vector<TEFeatureTable::ValueCount> counts;
+    const double valueCounts = timeMs([&] {
+        table->GetValueCounts(kind, TEQueryFilter(), counts, &error);
+        return counts.size();
+    }, rows);
+    long long counted = 0;
+    for (const auto& entry : counts)
+        counted += entry.count;
+
+    // What a panel's own loop does: a cursor reading one field, no geometry.
+    const double cursorScan = timeMs([&] {
+        TEQueryFilter filter;
+        filter.SetSubFields({kind});
+        filter.SetGeometryNeeded(false);
+        std::unordered_map<TEString, int> seen;
+        TERefPtr<TEFeatureCursor> cursor = layer->Search(filter);
+        while (TERefPtr<TEFeature> feature = cursor->NextFeature())
+            ++seen[feature->GetValue(kind).ToString()];
+        return seen.size();
+    }, rows);
+    const size_t scanRows = rows;
+
+    table->SetPushDownEnabled(false);
+    const double tableScan = timeMs([&] {
+        table->GetValueCounts(kind, TEQueryFilter(), counts, &error);
+        return counts.size();
+    }, rows);
+
+    std::printf("\nbench_data: %d points, %zu distinct values of \"kind\" (median of %d runs)\n", kFeatureCount,
+                sqliteDistinctRows, kRepeats);
+    std::printf("  distinct values: %zu, counts: %zu values summing to %lld, cursor scan: %zu values\n",
+                distinctRows, counts.size(), counted, scanRows);
+    printRatio("distinct values (pushed down)", distinct, sqliteDistinct, "SQLite SELECT DISTINCT", 1.5);
+    printRatio("values with counts (pushed down)", valueCounts, sqliteCounts, "SQLite GROUP BY", 1.5);
+    printRatio("cursor scan, one field, no geometry", cursorScan, sqliteCounts, "SQLite GROUP BY", 2.0);
+    printRatio("cursor scan vs our counted query", cursorScan, valueCounts, "values with counts", 2.0);
+    std::printf("  %-34s %9.1f ms  (for reference: counts without push-down)\n", "values with counts (scanned)",
+                tableScan);
+    sqlite3_close(db);
+    return 0;
+}

@@ -1,0 +1,172 @@
+#include "DataFixtures.h"
+#include "TestRegistry.h"
+
+#include "data/TEFeatureLayer.h"
+#include "data/TEFeatureTable.h"
+#include "data/TEFeaturesCountEvent.h"
+#include "data/TEMemoryFeatureLayer.h"
+
+#include <QTemporaryDir>
+
+using namespace TZObjects;
+
+namespace {
+
+TERefPtr<TEMemoryFeatureLayer> makeLayer()
+{
+    TERefPtr<TEMemoryFeatureLayer> layer = TEMemoryFeatureLayer::Create(
+        QStringLiteral("parcels"), TELayer::LT_Point,
+        {{QStringLiteral("use"), TEField::FT_String}, {QStringLiteral("area"), TEField::FT_Double}});
+    layer->AppendFeature(QStringLiteral("POINT (0 0)"), {"farm", 10.0});
+    layer->AppendFeature(QStringLiteral("POINT (1 1)"), {"wood", 20.0});
+    layer->AppendFeature(QStringLiteral("POINT (2 2)"), {"farm", 30.0});
+    return layer;
+}
+
+TERefPtr<TEFeature> featureOf(TEFeatureLayer& layer, const char* use, double area)
+{
+    TERefPtr<TEFeature> feature = layer.CreateFeature();
+    feature->SetValue(TEString(L"use"), TEVariant(use));
+    feature->SetValue(TEString(L"area"), TEVariant(area));
+    feature->SetGeometry(TEGeometry::FromWkt(QStringLiteral("POINT (5 5)")));
+    return feature;
+}
+
+} // namespace
+
+class TestEditBuffer : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void editsAreHeldAndQueriedWithTheFilter()
+    {
+        TERefPtr<TEMemoryFeatureLayer> layer = makeLayer();
+        QVERIFY(!layer->HasBeEdited());
+        const int added = layer->AddFeature(featureOf(*layer, "farm", 40.0));
+        QVERIFY(added < 0);
+
+        TERefPtr<TEFeature> wood = layer->GetFeature(1);
+        QVERIFY(wood);
+        wood->SetValue(TEString(L"use"), TEVariant("farm"));
+        QVERIFY(layer->UpdateFeature(wood));
+        QVERIFY(layer->DeleteFeature(2));
+        QVERIFY(!layer->DeleteFeature(2));
+        QVERIFY(!layer->DeleteFeature(99));
+        QVERIFY(layer->HasBeEdited());
+
+        TELayerEditBuffer* buffer = layer->layer_edit_buffer();
+        QCOMPARE(buffer->Query(TEQueryFilter()), std::vector<int>({added, 1, 2}));
+        QCOMPARE(buffer->Query(TEQueryFilter(TEString(L"use = 'farm'"))), std::vector<int>({added, 1, 2}));
+        QCOMPARE(buffer->Query(TEQueryFilter(TEString(L"area > 25"))), std::vector<int>({added, 2}));
+        QString error;
+        QVERIFY(buffer->Query(TEQueryFilter(TEString(L"area >")), &error).empty());
+        QVERIFY(!error.isEmpty());
+
+        QCOMPARE(buffer->GetActiveEditFeatureByFeatureId(added)->edit_operation(), int(TEFeatureEditBuffer::EO_Added));
+        QCOMPARE(buffer->GetActiveEditFeatureByFeatureId(1)->edit_operation(), int(TEFeatureEditBuffer::EO_Modified));
+        QCOMPARE(buffer->GetActiveEditFeatureByFeatureId(2)->edit_operation(), 3);
+        QCOMPARE(buffer->GetActiveEditFeatureByFeatureId(2)->GetFeature()->GetValue(TEString(L"area")).GetDouble(), 30.0);
+        QVERIFY(!buffer->GetActiveEditFeatureByFeatureId(0));
+
+        // Searches read the saved data; the count includes the edits.
+        QCOMPARE(layer->Search(TEQueryFilter(TEString(L"use = 'farm'")))->NextFeature()->GetId(), 0);
+        QCOMPARE(layer->GetFeatureCount(), 3);
+    }
+
+    void editingAnAddedFeatureKeepsItAnAdd()
+    {
+        TERefPtr<TEMemoryFeatureLayer> layer = makeLayer();
+        const int id = layer->AddFeature(featureOf(*layer, "farm", 1.0));
+        TERefPtr<TEFeature> edited = layer->layer_edit_buffer()->GetActiveEditFeatureByFeatureId(id)->GetFeature()->Clone();
+        edited->SetValue(TEString(L"area"), TEVariant(2.0));
+        QVERIFY(layer->UpdateFeature(edited));
+        QCOMPARE(layer->layer_edit_buffer()->GetActiveEditFeatureByFeatureId(id)->edit_operation(),
+                 int(TEFeatureEditBuffer::EO_Added));
+        QVERIFY(layer->DeleteFeature(id));
+        QVERIFY(!layer->HasBeEdited());
+        QCOMPARE(layer->GetFeatureCount(), 3);
+    }
+
+    void countEventsReachBoundHandlersUntilUnbound()
+    {
+        TERefPtr<TEMemoryFeatureLayer> layer = makeLayer();
+        std::vector<int> addedIds, deletedIds;
+        void* sender = nullptr;
+        const TEString key = TEString().Format("%x %x", 0x1234, 0xabcd);
+        layer->features_added().bind(key, [&](void* s, TEEvent* event) {
+            sender = s;
+            auto* countEvent = dynamic_cast<TEFeaturesCountEvent*>(event);
+            QVERIFY(countEvent);
+            addedIds.push_back(countEvent->GetId());
+        });
+        layer->features_deleted().bind(key, [&](void*, TEEvent* event) {
+            for (int id : event->GetIds())
+                deletedIds.push_back(id);
+        });
+        const int id = layer->AddFeature(featureOf(*layer, "wood", 5.0));
+        layer->DeleteFeature(0);
+        QCOMPARE(addedIds, std::vector<int>({id}));
+        QCOMPARE(deletedIds, std::vector<int>({0}));
+        QCOMPARE(sender, static_cast<void*>(static_cast<TEFeatureLayer*>(layer.get())));
+
+        layer->features_added().unbind(key);
+        QVERIFY(!layer->features_added().isBound(key));
+        layer->AddFeature(featureOf(*layer, "wood", 6.0));
+        QCOMPARE(addedIds.size(), size_t(1));
+    }
+
+    void handlerMayUnbindItselfWhileCalled()
+    {
+        TEEventSignal signal;
+        int calls = 0;
+        signal.bind(TEString(L"once"), [&](void*, TEEvent*) {
+            ++calls;
+            signal.unbind(TEString(L"once"));
+        });
+        TEFeaturesCountEvent event({1, 2});
+        signal.raise(nullptr, &event);
+        signal.raise(nullptr, &event);
+        QCOMPARE(calls, 1);
+        QCOMPARE(event.GetIds(), std::vector<int>({1, 2}));
+    }
+
+    void savedEditsReachTheGeoPackage()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("edit.gpkg"));
+        QCOMPARE(DataFixtures::writeVector(path, "GPKG", QStringLiteral("edit"), wkbPoint,
+                                           {{QStringLiteral("use"), OFTString}, {QStringLiteral("area"), OFTReal}},
+                                           {{QStringLiteral("POINT (0 0)"), {"farm", 1.0}},
+                                            {QStringLiteral("POINT (1 1)"), {"wood", 2.0}}}),
+                 QString());
+        TERefPtr<TEFeatureLayer> layer = TEFeatureLayer::Open(path);
+        layer->AddFeature(featureOf(*layer, "lake", 3.0));
+        QVERIFY(layer->DeleteFeature(1));
+        TERefPtr<TEFeature> wood = layer->GetFeature(2);
+        wood->SetValue(TEString(L"use"), TEVariant("farm"));
+        QVERIFY(layer->UpdateFeature(wood));
+        QString error;
+        QVERIFY2(layer->SaveEdits(&error), qPrintable(error));
+        QVERIFY(!layer->HasBeEdited());
+        QCOMPARE(layer->GetFeatureCount(), 2);
+
+        std::vector<TEFeatureTable::ValueCount> counts;
+        QVERIFY(TEFeatureLayer::Open(path)->GetDatasource()->GetValueCounts(TEString(L"use"), TEQueryFilter(), counts));
+        QCOMPARE(counts.size(), size_t(2));
+        QCOMPARE(counts[0].value, TEString(L"farm"));
+        QCOMPARE(counts[1].value, TEString(L"lake"));
+    }
+
+    void discardDropsEverything()
+    {
+        TERefPtr<TEMemoryFeatureLayer> layer = makeLayer();
+        layer->DeleteFeature(0);
+        layer->DiscardEdits();
+        QVERIFY(!layer->HasBeEdited());
+        QVERIFY(layer->layer_edit_buffer()->Query(TEQueryFilter()).empty());
+        QCOMPARE(layer->GetFeatureCount(), 3);
+    }
+};
+
+TZ_REGISTER_TEST(TestEditBuffer)
+#include "TestEditBuffer.moc"
