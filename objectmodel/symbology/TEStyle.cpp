@@ -1,5 +1,6 @@
 #include "symbology/TEStyle.h"
 
+#include "data/TEGeometry.h"
 #include "symbology/TEStyleMultiLayer.h"
 #include "symbology/TEStyleSimpleFill.h"
 #include "symbology/TEStyleSimpleLine.h"
@@ -115,6 +116,12 @@ bool TEStyle::Draw(QPainter* painter, OGRGeometryH geometry, const QTransform& m
     if (!painter || !geometry || OGR_G_IsEmpty(geometry))
         return false;
     return drawGeometry(painter, geometry, mapToDevice, angle);
+}
+
+bool TEStyle::Draw(QPainter* painter, const TEGeometry* geometry, const QTransform& mapToDevice,
+                   double angle) const
+{
+    return geometry && Draw(painter, geometry->GetHandle(), mapToDevice, angle);
 }
 
 bool TEStyle::drawGeometry(QPainter* painter, OGRGeometryH geometry, const QTransform& mapToDevice,

@@ -20,6 +20,8 @@ typedef void* OGRGeometryH;
 
 namespace TZObjects {
 
+class TEGeometry;
+
 // Base of every symbol. A style knows its kind (point, line or fill), its
 // class among the host's style classes, the properties shared by all
 // symbols, and how to draw itself onto a QPainter and to and from JSON.
@@ -137,6 +139,8 @@ public:
     // clockwise on screen, is added to the style's own angle; renders use it
     // to rotate per feature. Returns false when nothing could be drawn.
     bool Draw(QPainter* painter, OGRGeometryH geometry, const QTransform& mapToDevice,
+              double angle = 0.0) const;
+    bool Draw(QPainter* painter, const TEGeometry* geometry, const QTransform& mapToDevice,
               double angle = 0.0) const;
 
     // Drawing in device coordinates, without OGR. A point style marks the
