@@ -1,0 +1,48 @@
+#pragma once
+
+#include "renders/TEDiagramRenderItem.h"
+#include "renders/TEFeatureRender.h"
+
+#include <vector>
+
+namespace TZObjects {
+
+// Base of the renders that draw a diagram over every feature. The diagram
+// is drawn over the background render, the symbology the layer had before;
+// GetStyleByFeature gives the background render's style (none without one).
+class TZOBJECTS_EXPORT TEDiagramRender : public TEFeatureRender
+{
+public:
+    TEDiagramRender() = default;
+    TEDiagramRender(const TEDiagramRender& other);
+
+    TERefPtr<TEStyle> GetStyleByFeature(TEFeature* feature, const double& scale,
+                                        bool ignoreScaleRange = false) const override;
+    std::vector<TEString> GetUsedAttributes() const override;
+    bool FilterNeedsGeometry() const override;
+
+    void AddItem(const TEString& field, const TEString& caption, const TERefPtr<TEStyle>& style);
+    const std::vector<TERefPtr<TEDiagramRenderItem>>& GetItems() const { return mItems; }
+    void RemoveAllItems() { mItems.clear(); }
+
+    // The background render is kept as a reference; a diagram render given
+    // as its own background (directly or through another) is refused.
+    void SetBackgroundRender(TEFeatureRender* render);
+    TERefPtr<TEFeatureRender> GetBackgroundRender() const { return mBackground; }
+
+    bool IsShowLabel() const { return mShowLabel; }
+    void SetShowLabel(bool show) { mShowLabel = show; }
+
+    void save(QJsonObject& json) const override;
+    bool open(const QJsonObject& json, TEString* error = nullptr) override;
+
+protected:
+    void VisitStyles(const StyleVisitor& visit) override;
+
+private:
+    std::vector<TERefPtr<TEDiagramRenderItem>> mItems;
+    TERefPtr<TEFeatureRender> mBackground;
+    bool mShowLabel = false;
+};
+
+} // namespace TZObjects

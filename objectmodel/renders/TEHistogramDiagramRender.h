@@ -1,0 +1,35 @@
+#pragma once
+
+#include "renders/TEDiagramRender.h"
+
+namespace TZObjects {
+
+// A bar chart per feature, one bar per item.
+class TZOBJECTS_EXPORT TEHistogramDiagramRender : public TEDiagramRender
+{
+public:
+    TEString GetType() const override { return L"HistogramDiagram"; }
+    TERefPtr<TEFeatureRender> Clone() const override;
+
+    // Width of one bar, in the unit type.
+    double GetWidth() const { return mWidth; }
+    void SetWidth(double width) { mWidth = width; }
+    int GetMaxHeight() const { return mMaxHeight; }
+    void setMaxHeight(int height) { mMaxHeight = height; }
+    // 0 point, 1 millimetre, 2 centimetre, 3 inch.
+    int getUnitType() const { return mUnitType; }
+    void setUnitType(int unit) { mUnitType = unit; }
+    bool IsVerticalDirection() const { return mVertical; }
+    void SetVerticalDirection(bool vertical) { mVertical = vertical; }
+
+    void save(QJsonObject& json) const override;
+    bool open(const QJsonObject& json, TEString* error = nullptr) override;
+
+private:
+    double mWidth = 10.0;
+    int mMaxHeight = 100;
+    int mUnitType = 0;
+    bool mVertical = true;
+};
+
+} // namespace TZObjects

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "renders/TEDiagramRender.h"
+
+namespace TZObjects {
+
+// A pie chart per feature, one slice per item, sized by the radius.
+class TZOBJECTS_EXPORT TEPieDiagramRender : public TEDiagramRender
+{
+public:
+    TEString GetType() const override { return L"PieDiagram"; }
+    TERefPtr<TEFeatureRender> Clone() const override;
+
+    int GetRadius() const { return mRadius; }
+    void SetRadius(int radius) { mRadius = radius; }
+    bool IsShowShadow() const { return mShowShadow; }
+    void SetShowShadow(bool show) { mShowShadow = show; }
+    double GetShadowThickness() const { return mShadowThickness; }
+    void SetShadowThickness(double thickness) { mShadowThickness = thickness; }
+
+    void save(QJsonObject& json) const override;
+    bool open(const QJsonObject& json, TEString* error = nullptr) override;
+
+private:
+    int mRadius = 20;
+    bool mShowShadow = false;
+    double mShadowThickness = 0.0;
+};
+
+} // namespace TZObjects

@@ -1,0 +1,255 @@
+#include "renders/TERuleBasedSymbolRender.h"
+
+#include "data/TEFeature.h"
+#include "data/TEWhereClause.h"
+#include "renders/TEFileFunc.h"
+
+#include <QJsonArray>
+#include <QRegularExpression>
+#include <QSet>
+
+#include <algorithm>
+
+namespace TZObjects {
+
+namespace {
+
+// Identifiers of an OGR SQL where-clause that are fields: bare words that
+// are not keywords, literals or function names, and double-quoted names.
+std::vector<TEString> FieldsOfExpression(const TEString& expression)
+{
+    static const QSet<QString> keywords = {
+        QStringLiteral("AND"), QStringLiteral("OR"), QStringLiteral("NOT"), QStringLiteral("LIKE"),
+        QStringLiteral("ILIKE"), QStringLiteral("IN"), QStringLiteral("IS"), QStringLiteral("NULL"),
+        QStringLiteral("BETWEEN"), QStringLiteral("ESCAPE"), QStringLiteral("TRUE"), QStringLiteral("FALSE"),
+        QStringLiteral("CAST"), QStringLiteral("AS")};
+    // A quoted literal (skipped), a double-quoted name, or a bare word with
+    // an opening parenthesis after it when it is a function call.
+    static const QRegularExpression token(QString::fromLatin1(
+        "'(?:[^']|'')*'|\"((?:[^\"]|\"\")*)\"|([A-Za-z_][A-Za-z0-9_]*)(\\s*\\()?"));
+    std::vector<TEString> fields;
+    QRegularExpressionMatchIterator it = token.globalMatch(expression.toQString());
+    while (it.hasNext()) {
+        const QRegularExpressionMatch match = it.next();
+        QString name;
+        if (match.capturedStart(1) >= 0)
+            name = match.captured(1).replace(QStringLiteral("\"\""), QStringLiteral("\""));
+        else if (match.capturedStart(2) >= 0 && match.capturedStart(3) < 0
+                 && !keywords.contains(match.captured(2).toUpper()))
+            name = match.captured(2);
+        if (!name.isEmpty() && std::find(fields.begin(), fields.end(), TEString(name)) == fields.end())
+            fields.emplace_back(name);
+    }
+    return fields;
+}
+
+} // namespace
+
+TERuleBasedSymbolRender::Rule::Rule() = default;
+
+TERuleBasedSymbolRender::Rule::Rule(const TERefPtr<TEStyle>& style, const TEString& expression,
+                                    const TEString& label)
+    : mExpression(expression), mStyle(style), mLabel(label)
+{
+}
+
+TERuleBasedSymbolRender::Rule::Rule(const Rule& other)
+    : TERefBase(other)
+    , mExpression(other.mExpression)
+    , mStyle(CloneStyle(other.mStyle))
+    , mLabel(other.mLabel)
+    , mScaleRange(other.mScaleRange)
+{
+}
+
+TERuleBasedSymbolRender::Rule::~Rule()
+{
+    DropCompiled();
+}
+
+TERefPtr<TERuleBasedSymbolRender::Rule> TERuleBasedSymbolRender::Rule::Clone() const
+{
+    return MakeRef<Rule>(*this);
+}
+
+void TERuleBasedSymbolRender::Rule::SetExpression(const TEString& expression)
+{
+    std::lock_guard<std::mutex> lock(mCompileMutex);
+    mExpression = expression;
+    DropCompiled();
+}
+
+void TERuleBasedSymbolRender::Rule::DropCompiled() const
+{
+    mCompiled.reset();
+    mError.clear();
+    if (mCompiledFor)
+        OGR_FD_Release(static_cast<OGRFeatureDefnH>(mCompiledFor));
+    mCompiledFor = nullptr;
+}
+
+bool TERuleBasedSymbolRender::Rule::Matches(TEFeature* feature) const
+{
+    if (!feature || !feature->GetHandle())
+        return false;
+    if (mExpression.toQString().trimmed().isEmpty())
+        return true;
+    OGRFeatureDefnH definition = OGR_F_GetDefnRef(feature->GetHandle());
+    std::lock_guard<std::mutex> lock(mCompileMutex);
+    if (mCompiledFor != definition) {
+        DropCompiled();
+        OGR_FD_Reference(definition);
+        mCompiledFor = definition;
+        mCompiled = std::make_unique<TEWhereClause>();
+        QString error;
+        if (!mCompiled->Compile(definition, mExpression, &error))
+            mError = TEString(error.isEmpty() ? QStringLiteral("The filter does not compile") : error);
+    }
+    return mCompiled->IsCompiled() && mCompiled->Evaluate(feature->GetHandle());
+}
+
+TEString TERuleBasedSymbolRender::Rule::GetError() const
+{
+    std::lock_guard<std::mutex> lock(mCompileMutex);
+    return mError;
+}
+
+std::vector<TEString> TERuleBasedSymbolRender::Rule::UsedFields() const
+{
+    std::vector<TEString> fields;
+    for (const TEString& field : FieldsOfExpression(mExpression)) {
+        const QString upper = field.toQString().toUpper();
+        if (!upper.startsWith(QStringLiteral("OGR_")) && upper != QStringLiteral("FID"))
+            fields.push_back(field);
+    }
+    return fields;
+}
+
+bool TERuleBasedSymbolRender::Rule::NeedsGeometry() const
+{
+    for (const TEString& field : FieldsOfExpression(mExpression)) {
+        const QString upper = field.toQString().toUpper();
+        if (upper == QStringLiteral("OGR_GEOMETRY") || upper == QStringLiteral("OGR_GEOM_WKT")
+            || upper == QStringLiteral("OGR_GEOM_AREA"))
+            return true;
+    }
+    return false;
+}
+
+void TERuleBasedSymbolRender::Rule::save(QJsonObject& json) const
+{
+    json[QStringLiteral("expression")] = mExpression.toQString();
+    json[QStringLiteral("label")] = mLabel.toQString();
+    json[QStringLiteral("style")] = TEFileFunc::SaveStyle(mStyle.get());
+    mScaleRange.save(json);
+}
+
+bool TERuleBasedSymbolRender::Rule::open(const QJsonObject& json, TEString* error)
+{
+    SetExpression(TEString(json.value(QStringLiteral("expression")).toString()));
+    mLabel = TEString(json.value(QStringLiteral("label")).toString());
+    mScaleRange.open(json);
+    return TEFileFunc::OpenStyle(json.value(QStringLiteral("style")), mStyle, error);
+}
+
+TERuleBasedSymbolRender::TERuleBasedSymbolRender(const TERuleBasedSymbolRender& other)
+    : TEFeatureRender(other)
+{
+    for (const TERefPtr<Rule>& rule : other.mRules)
+        mRules.push_back(rule->Clone());
+}
+
+TERefPtr<TEFeatureRender> TERuleBasedSymbolRender::Clone() const
+{
+    return MakeRef<TERuleBasedSymbolRender>(*this);
+}
+
+TERefPtr<TEStyle> TERuleBasedSymbolRender::GetStyleByFeature(TEFeature* feature, const double& scale,
+                                                             bool ignoreScaleRange) const
+{
+    if (!feature)
+        return {};
+    for (const TERefPtr<Rule>& rule : mRules) {
+        if ((ignoreScaleRange || rule->ScaleRange().Contains(scale)) && rule->Matches(feature))
+            return rule->Style();
+    }
+    return {};
+}
+
+std::vector<TEString> TERuleBasedSymbolRender::GetUsedAttributes() const
+{
+    std::vector<TEString> fields;
+    auto add = [&fields](const TEString& field) {
+        if (std::find(fields.begin(), fields.end(), field) == fields.end())
+            fields.push_back(field);
+    };
+    for (const TERefPtr<Rule>& rule : mRules) {
+        for (const TEString& field : rule->UsedFields())
+            add(field);
+    }
+    for (const TEString& field : TEFeatureRender::GetUsedAttributes())
+        add(field);
+    return fields;
+}
+
+bool TERuleBasedSymbolRender::FilterNeedsGeometry() const
+{
+    return std::any_of(mRules.begin(), mRules.end(),
+                       [](const TERefPtr<Rule>& rule) { return rule->NeedsGeometry(); });
+}
+
+void TERuleBasedSymbolRender::AddRule(const TERefPtr<Rule>& rule)
+{
+    if (rule)
+        mRules.push_back(rule);
+}
+
+TERefPtr<TERuleBasedSymbolRender::Rule> TERuleBasedSymbolRender::GetRule(int index) const
+{
+    if (index < 0 || index >= RuleCount())
+        return {};
+    return mRules[size_t(index)];
+}
+
+void TERuleBasedSymbolRender::RemoveRule(int index)
+{
+    if (index >= 0 && index < RuleCount())
+        mRules.erase(mRules.begin() + index);
+}
+
+void TERuleBasedSymbolRender::save(QJsonObject& json) const
+{
+    TEFeatureRender::save(json);
+    QJsonArray rules;
+    for (const TERefPtr<Rule>& rule : mRules) {
+        QJsonObject ruleJson;
+        rule->save(ruleJson);
+        rules.append(ruleJson);
+    }
+    json[QStringLiteral("rules")] = rules;
+}
+
+bool TERuleBasedSymbolRender::open(const QJsonObject& json, TEString* error)
+{
+    if (!TEFeatureRender::open(json, error))
+        return false;
+    mRules.clear();
+    bool ok = true;
+    for (const QJsonValue& value : json.value(QStringLiteral("rules")).toArray()) {
+        auto rule = MakeRef<Rule>();
+        ok = rule->open(value.toObject(), error) && ok;
+        mRules.push_back(rule);
+    }
+    return ok;
+}
+
+void TERuleBasedSymbolRender::VisitStyles(const StyleVisitor& visit)
+{
+    for (const TERefPtr<Rule>& rule : mRules) {
+        TERefPtr<TEStyle> style = rule->Style();
+        visit(style);
+        rule->SetStyle(style);
+    }
+}
+
+} // namespace TZObjects

@@ -1,0 +1,59 @@
+#include "renders/TESingleBandImageRender.h"
+
+namespace TZObjects {
+
+TESingleBandImageRender::TESingleBandImageRender(const TERefPtr<TEImageRenderInfo>& info)
+{
+    setRenderInfo(info);
+}
+
+TESingleBandImageRender::TESingleBandImageRender(const TESingleBandImageRender& other)
+    : TEImageRender(other)
+    , mMode(other.mMode)
+    , mBand(other.mBand)
+    , mInfo(other.mInfo ? other.mInfo->Clone() : TERefPtr<TEImageRenderInfo>())
+{
+}
+
+TERefPtr<TERender> TESingleBandImageRender::CloneRender() const
+{
+    return MakeRef<TESingleBandImageRender>(*this);
+}
+
+void TESingleBandImageRender::setRenderInfo(const TERefPtr<TEImageRenderInfo>& info)
+{
+    mInfo = info;
+    if (mInfo)
+        mMode = mInfo->GetRenderMode();
+}
+
+QRgb TESingleBandImageRender::ColorOf(double value) const
+{
+    return mInfo ? mInfo->ColorOf(value) : 0;
+}
+
+void TESingleBandImageRender::save(QJsonObject& json) const
+{
+    TEImageRender::save(json);
+    json[QStringLiteral("band")] = mBand;
+    if (mInfo)
+        json[QStringLiteral("info")] = mInfo->ToJson();
+}
+
+bool TESingleBandImageRender::open(const QJsonObject& json, TEString* error)
+{
+    if (!TEImageRender::open(json, error))
+        return false;
+    mBand = json.value(QStringLiteral("band")).toInt(1);
+    mInfo.reset();
+    const QJsonValue info = json.value(QStringLiteral("info"));
+    if (info.isObject()) {
+        mInfo = TEImageRenderInfo::FromJson(info.toObject(), error);
+        if (!mInfo)
+            return false;
+    }
+    mMode = json.value(QStringLiteral("mode")).toInt(mInfo ? mInfo->GetRenderMode() : 1);
+    return true;
+}
+
+} // namespace TZObjects

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "renders/TEDiagramRender.h"
+
+namespace TZObjects {
+
+// A stacked bar per feature, one segment per item.
+class TZOBJECTS_EXPORT TEStackDiagramRender : public TEDiagramRender
+{
+public:
+    TEString GetType() const override { return L"StackDiagram"; }
+    TERefPtr<TEFeatureRender> Clone() const override;
+
+    int GetWidth() const { return mWidth; }
+    void SetWidth(int width) { mWidth = width; }
+    int GetMaxHeight() const { return mMaxHeight; }
+    void SetMaxHeight(int height) { mMaxHeight = height; }
+
+    void save(QJsonObject& json) const override;
+    bool open(const QJsonObject& json, TEString* error = nullptr) override;
+
+private:
+    int mWidth = 20;
+    int mMaxHeight = 100;
+};
+
+} // namespace TZObjects

@@ -1,0 +1,341 @@
+#include "TestRegistry.h"
+
+#include "RenderFixtures.h"
+
+#include "renders/TECategorizedByManyFieldsSymbolRender.h"
+#include "renders/TEFourColorTheoremRender.h"
+#include "renders/TEGradingSymbolRender.h"
+#include "renders/TEPieDiagramRender.h"
+#include "renders/TERuleBasedSymbolRender.h"
+#include "renders/TESingleSymbolRender.h"
+#include "symbology/TEStyleMultiLayer.h"
+
+using namespace TZObjects;
+using namespace RenderFixtures;
+
+namespace {
+
+const double AnyScale = 5000.0;
+
+QString StyleFor(const TEFeatureRender& render, const Attributes& attributes, double scale = AnyScale,
+                 bool ignoreScaleRange = false)
+{
+    TERefPtr<TEFeature> feature = MakeFeature(attributes);
+    return ColorName(render.GetStyleByFeature(feature.get(), scale, ignoreScaleRange));
+}
+
+Attributes Kind(const char* kind)
+{
+    Attributes a;
+    a.kind = kind;
+    return a;
+}
+
+Attributes Pop(double pop)
+{
+    Attributes a;
+    a.pop = pop;
+    return a;
+}
+
+// Catch-all grey, "city" red (drawn between 1:1000 and 1:50000), "town"
+// green, "hamlet" blue but hidden.
+TERefPtr<TECategorizedSymbolRender> PlacesByKind()
+{
+    auto render = MakeRef<TECategorizedSymbolRender>(L"kind");
+    render->AddCategory(TECategorizedSymbolRender::AllOtherValues, TECategorizedSymbolRender::AllOtherValues,
+                        PointStyle(128, 128, 128));
+    render->AddCategory(L"city", L"City", PointStyle(255, 0, 0), true, 1000, 50000);
+    render->AddCategory(L"town", L"Town", PointStyle(0, 255, 0));
+    render->AddCategory(L"hamlet", L"Hamlet", PointStyle(0, 0, 255));
+    render->GetCategoryRenderItem(3)->SetVisible(false);
+    return render;
+}
+
+} // namespace
+
+class TestFeatureRenders : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void singleSymbolDrawsEveryFeatureWithItsOneStyle()
+    {
+        TESingleSymbolRender render(PointStyle(1, 2, 3));
+        QCOMPARE(StyleFor(render, Kind("city")), QStringLiteral("#010203"));
+        QCOMPARE(StyleFor(render, Attributes()), QStringLiteral("#010203"));
+        QCOMPARE(render.GetType(), TEString(L"SingleSymbol"));
+    }
+
+    void categorizedPicksTheStyleOfTheFeaturesCategory_data()
+    {
+        QTest::addColumn<bool>("showOthers");
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<double>("scale");
+        QTest::addColumn<bool>("ignoreScale");
+        QTest::addColumn<QString>("expected");
+
+        QTest::newRow("matching value") << true << "town" << AnyScale << false << "#00ff00";
+        QTest::newRow("other value falls to catch-all") << true << "village" << AnyScale << false << "#808080";
+        QTest::newRow("other value, others off") << false << "village" << AnyScale << false << "null";
+        QTest::newRow("unset value falls to catch-all") << true << QString() << AnyScale << false << "#808080";
+        QTest::newRow("matching value, others off") << false << "town" << AnyScale << false << "#00ff00";
+        QTest::newRow("hidden category draws nothing") << true << "hamlet" << AnyScale << false << "null";
+        QTest::newRow("inside scale range") << true << "city" << 50000.0 << false << "#ff0000";
+        QTest::newRow("below scale range") << true << "city" << 999.0 << false << "null";
+        QTest::newRow("above scale range") << true << "city" << 50001.0 << false << "null";
+        QTest::newRow("scale range ignored") << true << "city" << 1.0 << true << "#ff0000";
+        QTest::newRow("values match exactly") << true << "City" << AnyScale << false << "#808080";
+    }
+
+    void categorizedPicksTheStyleOfTheFeaturesCategory()
+    {
+        QFETCH(bool, showOthers);
+        QFETCH(QString, kind);
+        QFETCH(double, scale);
+        QFETCH(bool, ignoreScale);
+        QFETCH(QString, expected);
+
+        TERefPtr<TECategorizedSymbolRender> render = PlacesByKind();
+        render->SetIsShowOtherValue(showOthers);
+        const QByteArray utf8 = kind.toUtf8();
+        Attributes a = Kind(kind.isNull() ? nullptr : utf8.constData());
+        QCOMPARE(StyleFor(*render, a, scale, ignoreScale), expected);
+    }
+
+    void categorizedWithoutCatchAllDrawsOnlyItsCategories()
+    {
+        auto render = MakeRef<TECategorizedSymbolRender>(L"kind");
+        render->AddCategory(L"town", L"Town", PointStyle(0, 255, 0));
+        QCOMPARE(StyleFor(*render, Kind("village")), QStringLiteral("null"));
+        QCOMPARE(ColorName(render->GetStyle(L"town")), QStringLiteral("#00ff00"));
+        QCOMPARE(ColorName(render->GetStyle(L"village")), QStringLiteral("null"));
+    }
+
+    void categorizedFirstCategoryOfADuplicatedValueWins()
+    {
+        auto render = MakeRef<TECategorizedSymbolRender>(L"kind");
+        render->AddCategory(L"town", L"Town", PointStyle(0, 255, 0));
+        render->AddCategory(L"town", L"Town again", PointStyle(0, 0, 255));
+        QCOMPARE(StyleFor(*render, Kind("town")), QStringLiteral("#00ff00"));
+        render->RemoveCategory(0);
+        QCOMPARE(StyleFor(*render, Kind("town")), QStringLiteral("#0000ff"));
+    }
+
+    void manyFieldsKeyJoinsTheFieldTextsWithCommas()
+    {
+        auto render = MakeRef<TECategorizedByManyFieldsSymbolRender>(L"kind,code");
+        render->AddCategory(L"town,3", L"", PointStyle(0, 255, 0));
+        render->AddCategory(L"town,4", L"", PointStyle(0, 0, 255));
+        Attributes a = Kind("town");
+        a.code = 3;
+        QCOMPARE(StyleFor(*render, a), QStringLiteral("#00ff00"));
+        a.code = 4;
+        QCOMPARE(StyleFor(*render, a), QStringLiteral("#0000ff"));
+        a.code = 5;
+        QCOMPARE(StyleFor(*render, a), QStringLiteral("null"));
+        QCOMPARE(render->GetType(), TEString(L"UniqueValuesManyFields"));
+        const std::vector<TEString> used = render->GetUsedAttributes();
+        QCOMPARE(int(used.size()), 2);
+        QCOMPARE(used[0], TEString(L"kind"));
+        QCOMPARE(used[1], TEString(L"code"));
+    }
+
+    void gradingFindsTheFirstClosedRangeHoldingTheValue_data()
+    {
+        QTest::addColumn<double>("pop");
+        QTest::addColumn<bool>("popSet");
+        QTest::addColumn<QString>("expected");
+
+        QTest::newRow("lower bound of first class") << 0.0 << true << "#ff0000";
+        QTest::newRow("inside first class") << 5.5 << true << "#ff0000";
+        QTest::newRow("shared bound goes to first class") << 10.0 << true << "#ff0000";
+        QTest::newRow("just above shared bound") << 10.000001 << true << "#00ff00";
+        QTest::newRow("upper bound of last class") << 20.0 << true << "#00ff00";
+        QTest::newRow("full-width comma range") << 25.0 << true << "#0000ff";
+        QTest::newRow("above every class") << 31.0 << true << "#808080";
+        QTest::newRow("below every class") << -1.0 << true << "#808080";
+        QTest::newRow("null value") << 0.0 << false << "#808080";
+    }
+
+    void gradingFindsTheFirstClosedRangeHoldingTheValue()
+    {
+        QFETCH(double, pop);
+        QFETCH(bool, popSet);
+        QFETCH(QString, expected);
+
+        auto render = MakeRef<TEGradingSymbolRender>(L"pop");
+        render->AddCategory(TECategorizedSymbolRender::AllOtherValues, TECategorizedSymbolRender::AllOtherValues,
+                            PointStyle(128, 128, 128));
+        render->AddCategory(L"0,10", L"", PointStyle(255, 0, 0));
+        render->AddCategory(L"10,20", L"", PointStyle(0, 255, 0));
+        render->AddCategory(L"20\xFF0C" L"30", L"", PointStyle(0, 0, 255));
+        render->AddCategory(L"not a range", L"", PointStyle(1, 1, 1));
+        Attributes a = Pop(pop);
+        a.popSet = popSet;
+        QCOMPARE(StyleFor(*render, a), expected);
+    }
+
+    void ruleFiltersChooseTheFirstMatchingRule_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<double>("pop");
+        QTest::addColumn<double>("scale");
+        QTest::addColumn<QString>("expected");
+
+        QTest::newRow("first rule") << "city" << 2000.0 << AnyScale << "#ff0000";
+        QTest::newRow("second rule") << "town" << 50.0 << AnyScale << "#00ff00";
+        QTest::newRow("first rule out of scale falls to next") << "city" << 2000.0 << 1e6 << "#0000ff";
+        QTest::newRow("empty filter catches the rest") << "village" << 1.0 << AnyScale << "#0000ff";
+    }
+
+    void ruleFiltersChooseTheFirstMatchingRule()
+    {
+        QFETCH(QString, kind);
+        QFETCH(double, pop);
+        QFETCH(double, scale);
+        QFETCH(QString, expected);
+
+        TERuleBasedSymbolRender render;
+        auto big = MakeRef<TERuleBasedSymbolRender::Rule>(PointStyle(255, 0, 0), L"kind = 'city' AND pop > 1000");
+        big->SetScaleFilter(true);
+        big->SetMinimumScale(100000);
+        big->SetMaximumScale(1);
+        render.AddRule(big);
+        render.AddRule(MakeRef<TERuleBasedSymbolRender::Rule>(PointStyle(0, 255, 0), L"kind IN ('town') OR pop < 0"));
+        render.AddRule(MakeRef<TERuleBasedSymbolRender::Rule>(PointStyle(0, 0, 255), L""));
+
+        const QByteArray utf8 = kind.toUtf8();
+        Attributes a = Kind(utf8.constData());
+        a.pop = pop;
+        QCOMPARE(StyleFor(render, a, scale), expected);
+    }
+
+    void invalidRuleMatchesNothingAndSaysWhy()
+    {
+        TERuleBasedSymbolRender render;
+        auto broken = MakeRef<TERuleBasedSymbolRender::Rule>(PointStyle(255, 0, 0), L"kind = = 'city'");
+        render.AddRule(broken);
+        QCOMPARE(StyleFor(render, Kind("city")), QStringLiteral("null"));
+        QVERIFY(!broken->GetError().IsEmpty());
+
+        auto unknownField = MakeRef<TERuleBasedSymbolRender::Rule>(PointStyle(255, 0, 0), L"nosuchfield > 3");
+        QVERIFY(!unknownField->Matches(MakeFeature(Kind("city")).get()));
+        QVERIFY(!unknownField->GetError().IsEmpty());
+
+        broken->SetExpression(L"kind = 'city'");
+        QCOMPARE(StyleFor(render, Kind("city")), QStringLiteral("#ff0000"));
+        QVERIFY(broken->GetError().IsEmpty());
+    }
+
+    void ruleReportsTheFieldsAndGeometryItReads()
+    {
+        TERuleBasedSymbolRender render;
+        render.AddRule(MakeRef<TERuleBasedSymbolRender::Rule>(PointStyle(1, 1, 1),
+                                                             L"\"kind\" LIKE 'c%' AND pop > 3 AND kind IS NOT NULL"));
+        render.AddRule(MakeRef<TERuleBasedSymbolRender::Rule>(PointStyle(1, 1, 1), L"code IN (1, 2)"));
+        const std::vector<TEString> used = render.GetUsedAttributes();
+        QCOMPARE(int(used.size()), 3);
+        QCOMPARE(used[0], TEString(L"kind"));
+        QCOMPARE(used[1], TEString(L"pop"));
+        QCOMPARE(used[2], TEString(L"code"));
+        QVERIFY(!render.FilterNeedsGeometry());
+        render.AddRule(MakeRef<TERuleBasedSymbolRender::Rule>(PointStyle(1, 1, 1), L"OGR_GEOM_AREA > 10"));
+        QVERIFY(render.FilterNeedsGeometry());
+    }
+
+    void fourColorRecoloursTheDefaultStyleByFeatureId()
+    {
+        TEFourColorTheoremRender render;
+        TERefPtr<TEStyle> defaultStyle = PointStyle(50, 50, 50);
+        render.setDefaultStyle(defaultStyle);
+        render.setColorMap({{1, TEColor(255, 0, 0)}, {2, TEColor(0, 0, 255)}, {3, TEColor(255, 0, 0)}});
+
+        Attributes a;
+        a.id = 1;
+        TERefPtr<TEFeature> first = MakeFeature(a);
+        QCOMPARE(ColorName(render.GetStyleByFeature(first.get(), AnyScale)), QStringLiteral("#ff0000"));
+        a.id = 2;
+        QCOMPARE(StyleFor(render, a), QStringLiteral("#0000ff"));
+        a.id = 99;
+        QCOMPARE(StyleFor(render, a), QStringLiteral("#323232"));
+        QCOMPARE(ColorName(defaultStyle), QStringLiteral("#323232"));
+
+        a.id = 3;
+        TERefPtr<TEFeature> third = MakeFeature(a);
+        QCOMPARE(render.GetStyleByFeature(third.get(), AnyScale), render.GetStyleByFeature(first.get(), AnyScale));
+    }
+
+    void diagramDrawsItsBackgroundRendersStyle()
+    {
+        TEPieDiagramRender pie;
+        Attributes a = Kind("town");
+        QCOMPARE(StyleFor(pie, a), QStringLiteral("null"));
+        TERefPtr<TECategorizedSymbolRender> background = PlacesByKind();
+        pie.SetBackgroundRender(background.get());
+        QCOMPARE(StyleFor(pie, a), QStringLiteral("#00ff00"));
+        pie.SetBackgroundRender(&pie);
+        QCOMPARE(pie.GetBackgroundRender().get(), static_cast<TEFeatureRender*>(background.get()));
+    }
+
+    void replaceStyleSwapsEverySlotHoldingIt()
+    {
+        TERefPtr<TECategorizedSymbolRender> render = PlacesByKind();
+        TERefPtr<TEStyle> town = render->GetStyle(L"town");
+        QVERIFY(render->ReplaceStyle(town.get(), PointStyle(9, 9, 9)));
+        QCOMPARE(StyleFor(*render, Kind("town")), QStringLiteral("#090909"));
+        QVERIFY(!render->ReplaceStyle(town.get(), PointStyle(8, 8, 8)));
+        QCOMPARE(int(render->GetStyles().size()), 4);
+    }
+
+    void allPriorityListsStyleAndLayerPrioritiesOnce()
+    {
+        auto multi = MakeRef<TEStyleMultiLayer>(TEStyle::PointStyle);
+        TERefPtr<TEStyle> low = PointStyle(1, 1, 1);
+        low->SetPriority(3);
+        TERefPtr<TEStyle> high = PointStyle(2, 2, 2);
+        high->SetPriority(7);
+        QVERIFY(multi->AddLayer(low));
+        QVERIFY(multi->AddLayer(high));
+        auto render = MakeRef<TECategorizedSymbolRender>(L"kind");
+        render->AddCategory(L"a", L"", multi);
+        TERefPtr<TEStyle> other = PointStyle(3, 3, 3);
+        other->SetPriority(3);
+        render->AddCategory(L"b", L"", other);
+        QCOMPARE(render->GetAllPriority(), (std::vector<int>{0, 3, 7}));
+        QCOMPARE(render->GetStyleType(), TEStyle::PointStyle);
+    }
+
+    void rotationAngleFollowsFieldDirectionAndRandomRange()
+    {
+        TESingleSymbolRender render(PointStyle(1, 1, 1));
+        Attributes a;
+        a.id = 12;
+        a.angle = 30;
+        TERefPtr<TEFeature> feature = MakeFeature(a);
+        QCOMPARE(render.GetRotationAngle(feature.get()), 0.0);
+
+        render.SetIsRotateByField(true);
+        render.SetRotateField(L"angle");
+        QCOMPARE(render.GetRotationAngle(feature.get()), -30.0);
+        render.SetIsRotateByClockWise(false);
+        QCOMPARE(render.GetRotationAngle(feature.get()), 30.0);
+        QCOMPARE(render.GetUsedAttributes(), std::vector<TEString>{TEString(L"angle")});
+
+        render.SetRotateField(TEFeatureRender::RandomRotateField);
+        render.SetRotateRandomRange(100, 110);
+        QVERIFY(render.GetUsedAttributes().empty());
+        const double angle = render.GetRotationAngle(feature.get());
+        QVERIFY2(angle >= 100 && angle <= 110, qPrintable(QString::number(angle)));
+        QCOMPARE(render.GetRotationAngle(feature.get()), angle);
+        bool differs = false;
+        for (int id = 0; id < 20 && !differs; ++id) {
+            Attributes other;
+            other.id = id;
+            differs = render.GetRotationAngle(MakeFeature(other).get()) != angle;
+        }
+        QVERIFY(differs);
+    }
+};
+
+TZ_REGISTER_TEST(TestFeatureRenders)
+#include "TestFeatureRenders.moc"
