@@ -1,0 +1,161 @@
+#pragma once
+
+#include "TZRenderExport.h"
+#include "UniqueValueRow.h"
+
+#include "core/TEColor.h"
+#include "symbology/TEColorRampContainer.h"
+#include "data/TEFeatureLayer.h"
+
+#include <QAbstractListModel>
+#include <QHash>
+#include <QMutex>
+#include <QStringList>
+
+#include <vector>
+
+namespace TZObjects {
+class TEColorRamp;
+class TECategorizedSymbolRender;
+class TEEvent;
+}
+
+// The category table of the unique-values panels: row 0 is the catch-all
+// "<all other values>", then one row per value of a field of the bound
+// layer. It collects the distinct values (with or without counts), gives new
+// rows symbols coloured from a ramp, and keeps the counts up to date while
+// features are added to or deleted from the layer.
+class TZRENDER_EXPORT TZModelUniqueValues : public QAbstractListModel
+{
+    Q_OBJECT
+public:
+    enum Column { SymbolColumn = 0, ValueColumn, LabelColumn, CountColumn, FirstPriorityColumn };
+
+    // Value and label of the catch-all row.
+    static const QString AllOtherValues;
+    // Colour of the default symbol of a fresh catch-all row.
+    static const TZObjects::TEColor DefaultSymbolColor;
+
+    explicit TZModelUniqueValues(QObject* parent = nullptr);
+    ~TZModelUniqueValues() override;
+
+    int rowCount(const QModelIndex& parent = QModelIndex()) const override;
+    int columnCount(const QModelIndex& parent = QModelIndex()) const override;
+    QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+    bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+
+    // Binds the model to a layer and a field: the feature-count handlers move
+    // to the new layer and the table goes back to a fresh catch-all row.
+    void setLayer(TZObjects::TEFeatureLayer* layer, const QString& fieldName);
+    TZObjects::TEFeatureLayer* layer() const { return mLayer.get(); }
+    QString fieldName() const { return mFieldName; }
+
+    const UniqueValueRow& row(int row) const { return mRows[size_t(row)]; }
+    // Row of the first category with that value, -1 when there is none.
+    int findRow(const QString& value) const;
+
+    void appendRow(const TZObjects::TERefPtr<TZObjects::TEStyle>& style, const QString& value,
+                   const QString& label, int count);
+    // Adds count to the row holding value (and replaces its symbol when one
+    // is given), or appends a new row.
+    void mergeRow(const TZObjects::TERefPtr<TZObjects::TEStyle>& style, const QString& value,
+                  const QString& label, int count);
+    void setRowStyle(int row, const TZObjects::TERefPtr<TZObjects::TEStyle>& style);
+    void removeRowList(const QList<int>& rows);
+    // Removes every row but the catch-all.
+    void removeValueRows();
+    // Back to a fresh catch-all row with the default symbol; the collected
+    // values and counts are emptied.
+    void clear();
+    void moveRowUp(int row);
+    void moveRowDown(int row);
+    // Gives every value row a new symbol: row r takes colour r - 1. Labels,
+    // values and counts stay.
+    void recolorValueRows(const TZObjects::TEColorRampContainer& colors);
+    void resetModel();
+
+    Qt::CheckState showOtherValuesState() const { return mShowOtherValues; }
+    void setShowOtherValuesState(Qt::CheckState state);
+
+    double outlineWidth() const { return mOutlineWidth; }
+    void setOutlineWidth(double width) { mOutlineWidth = width; }
+    int outlineUnit() const { return mOutlineUnit; }
+    void setOutlineUnit(int unit) { mOutlineUnit = unit; }
+    TZObjects::TEColor outlineColor() const { return mOutlineColor; }
+    void setOutlineColor(const TZObjects::TEColor& color) { mOutlineColor = color; }
+
+    bool countWhileCollecting() const { return mCountWhileCollecting; }
+    void setCountWhileCollecting(bool count) { mCountWhileCollecting = count; }
+    bool isBusy() const { return mBusy; }
+
+    bool priorityShown() const { return mPriorityShown; }
+    void setPriorityShown(bool shown);
+
+    // A new symbol of the colour for the bound layer's type (empty for a
+    // layer that is neither point, line nor polygon, or without a layer).
+    TZObjects::TERefPtr<TZObjects::TEStyle> makeSymbol(const TZObjects::TEColor& color) const;
+
+    // The values collected last, in the order first met, and their counts.
+    QStringList values() const;
+    int valueCount(const QString& value) const;
+
+    // Full scan of the features passing the layer's query filter, counting.
+    bool collectWithCounts(const QString& fieldName);
+    // The distinct values without counts (-1); false when the data source
+    // cannot give them.
+    bool collectDistinct(const QString& fieldName);
+
+    // Replaces the value rows by every value of the field, coloured from the
+    // ramp split into one colour more than there are values. The scan runs
+    // behind the "Wait" dialog, parented to dialogParent.
+    void addAllValues(const TZObjects::TEColorRamp* ramp, QWidget* dialogParent);
+    // Lets the user pick values (and type new ones) in the add-value dialog
+    // for renderType, and appends them.
+    void addValues(const TZObjects::TEColorRamp* ramp, const QString& renderType, QWidget* dialogParent);
+    // Counts the render's field behind the "Wait" dialog and merges the
+    // render's categories into the table.
+    void loadFromRender(const TZObjects::TECategorizedSymbolRender* render, QWidget* dialogParent);
+
+private:
+    bool isCellIndex(const QModelIndex& index) const;
+    int priorityColumnCount() const;
+    void updateColumnCount();
+    void pushRow(const TZObjects::TERefPtr<TZObjects::TEStyle>& style, const QString& value,
+                 const QString& label, int count);
+    void invalidateRowIndex() { mRowIndexValid = false; }
+    bool collectDistinctValues(const QString& fieldName);
+    void collectWithFallback(const QString& fieldName, bool count);
+    void runCollection(QWidget* dialogParent, const std::function<void()>& job);
+
+    void bindLayerEvents();
+    void unbindLayerEvents();
+    TZObjects::TEString eventKey(const void* handler) const;
+    static void featuresAddedHandler(TZModelUniqueValues* model, void* sender, TZObjects::TEEvent* event);
+    static void featuresDeletedHandler(TZModelUniqueValues* model, void* sender, TZObjects::TEEvent* event);
+    // Texts of the field's values of the features of the event.
+    QStringList eventValues(TZObjects::TEEvent* event) const;
+    void applyCountChange(const QStringList& values, int delta);
+
+    std::vector<UniqueValueRow> mRows;
+    mutable QHash<QString, int> mRowByValue;
+    mutable bool mRowIndexValid = false;
+
+    // Guards the collected values and counts, which a collection job fills
+    // off the GUI thread.
+    mutable QMutex mValuesMutex;
+    QStringList mValues;
+    QHash<QString, int> mCounts;
+
+    TZObjects::TERefPtr<TZObjects::TEFeatureLayer> mLayer;
+    QString mFieldName;
+    Qt::CheckState mShowOtherValues = Qt::Unchecked;
+    double mOutlineWidth = 0.25;
+    int mOutlineUnit = 1;
+    TZObjects::TEColor mOutlineColor = TZObjects::TEColor(185, 185, 185);
+    bool mCountWhileCollecting = false;
+    bool mBusy = false;
+    bool mPriorityShown = false;
+    int mColumnCount = FirstPriorityColumn;
+};
