@@ -1,0 +1,619 @@
+#include "TestRegistry.h"
+#include "FakeRenderPanel.h"
+
+#include "TZControlRender.h"
+
+#include "data/TEMemoryFeatureLayer.h"
+#include "data/TERasterDirLayer.h"
+#include "data/TERasterLayer.h"
+#include "renders/TECategorizedSymbolRender.h"
+#include "renders/TEHeatMapperRender.h"
+#include "renders/TEMultiBandImageRender.h"
+#include "renders/TESingleBandImageRender.h"
+#include "renders/TESingleSymbolRender.h"
+#include "view/TEMapView.h"
+#include "view/TEMapViewManager.h"
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QPointer>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTemporaryDir>
+
+#include <gdal.h>
+
+using namespace TZObjects;
+using LayerTypes = QList<TELayer::LayerType>;
+
+namespace {
+
+constexpr TELayer::LayerType T1 = TELayer::LT_Point;
+constexpr TELayer::LayerType T2 = TELayer::LT_MultiPoint;
+constexpr TELayer::LayerType T3 = TELayer::LT_Line;
+constexpr TELayer::LayerType T4 = TELayer::LT_Polygon;
+constexpr TELayer::LayerType T6 = TELayer::LT_SingleBandRaster;
+constexpr TELayer::LayerType T7 = TELayer::LT_MultiBandRaster;
+constexpr TELayer::LayerType T8 = TELayer::LT_RasterDir;
+
+struct CatalogEntry
+{
+    const char* key;
+    const char* title;
+    LayerTypes types;
+};
+
+// The dock's catalog, in its order, as fake panels until the real ones exist.
+const QList<CatalogEntry>& catalog()
+{
+    static const QList<CatalogEntry> entries = {
+        {"SingleSymbol", "Single symbol", {T1, T2, T3, T4}},
+        {"UniqueValues", "Unique Values", {T1, T2, T3, T4}},
+        {"UniqueValuesManyFields", "Unique Values,Many Fields", {T1, T2, T3, T4}},
+        {"GradingSymbol", "Grading symbol", {T1, T2, T3, T4}},
+        {"GradingSymbolDiagram", "Graduated symbols", {T1, T2, T3, T4}},
+        {"MatchToSymbols", "Match to symbols in a style", {T1, T2, T3, T4}},
+        {"Rule-based", "Rule-based", {T1, T2, T3, T4}},
+        {"FourColorTheorem", "Four color themorem", {T4}},
+        {"Heatmap", "Heatmap", {T1}},
+        {"PieDiagram", "Pie Diagram", {T1, T2, T3, T4}},
+        {"HistogramDiagram", "Histogram Diagram", {T1, T2, T3, T4}},
+        {"StackDiagram", "Stack Diagram", {T1, T2, T3, T4}},
+        {"DotDensityDiagram", "Dot density diagram", {T4}},
+        {"ClusterDiagram", "Cluster diagram", {T1}},
+        {"ImageClass", "Image Class", {T6}},
+        {"ImageStretch", "Image Stretch", {T6, T8}},
+        {"ImageUnique", "Image Unique", {T6}},
+        {"ImageColormap", "Image Colormap", {T6}},
+        {"ImageMultiStretch", "Image Stretch", {T7}},
+        {"ImageRGBComposite", "Image RGBComposite", {T7}},
+    };
+    return entries;
+}
+
+// The dock with its protected catalog operations opened for the tests.
+class TestDock : public TZControlRender
+{
+public:
+    explicit TestDock(QWidget* parent = nullptr) : TZControlRender(parent) {}
+    using TZControlRender::addRender;
+    using TZControlRender::getStyleType;
+
+    FakeRenderPanel* add(const QString& key, const QString& title, const LayerTypes& types)
+    {
+        auto* panel = new FakeRenderPanel(this, key, title, types, &journal);
+        addRender(panel);
+        return panel;
+    }
+    void addCatalog()
+    {
+        for (const CatalogEntry& entry : catalog())
+            panels[QString::fromLatin1(entry.key)] =
+                add(QString::fromLatin1(entry.key), QString::fromLatin1(entry.title), entry.types);
+    }
+
+    QComboBox* combo() const { return findChild<QComboBox*>(QStringLiteral("mComboBoxRenderStyle")); }
+    QTabWidget* tabs() const { return findChild<QTabWidget*>(QStringLiteral("mTabWidgetStyle")); }
+    QWidget* noRenderPage() const { return findChild<QWidget*>(QStringLiteral("mTabNoRender")); }
+    QStringList comboTexts() const
+    {
+        QStringList texts;
+        for (int i = 0; i < combo()->count(); ++i)
+            texts << combo()->itemText(i);
+        return texts;
+    }
+
+    QStringList journal;
+    QMap<QString, QPointer<FakeRenderPanel>> panels;
+};
+
+// A layer of any type code, for types no real layer class has.
+class CodeLayer : public TELayer
+{
+public:
+    explicit CodeLayer(int type)
+        : TELayer(LayerType(type), QString(), TEString(L"coded")) {}
+    bool IsValid() const override { return true; }
+    TERefPtr<TERender> GetRender() const override { return nullptr; }
+    bool GetExtent(QRectF&) const override { return false; }
+    QString GetSpatialReferenceWkt() const override { return QString(); }
+};
+
+// A map view showing a fixed set of layers.
+class ViewOf : public TEMapView
+{
+public:
+    explicit ViewOf(const TELayer* layer) : mLayer(layer) {}
+    bool ContainsLayer(const TELayer* layer) const override { return layer == mLayer; }
+
+private:
+    const TELayer* mLayer;
+};
+
+TERefPtr<TEFeatureLayer> memoryLayer(TELayer::LayerType type)
+{
+    QString error;
+    TERefPtr<TEMemoryFeatureLayer> layer = TEMemoryFeatureLayer::Create(
+        QStringLiteral("roads"), type, {{QStringLiteral("name"), TEField::FieldType(OFTString)}}, {}, &error);
+    if (!layer)
+        qWarning() << error;
+    return layer;
+}
+
+// Writes a small GeoTIFF of the given number of bands.
+QString writeRaster(const QString& path, int bands)
+{
+    GDALAllRegister();
+    GDALDriverH driver = GDALGetDriverByName("GTiff");
+    GDALDatasetH dataset = GDALCreate(driver, path.toUtf8().constData(), 4, 4, bands, GDT_Byte, nullptr);
+    double transform[6] = {0, 1, 0, 4, 0, -1};
+    GDALSetGeoTransform(dataset, transform);
+    for (int b = 1; b <= bands; ++b)
+        GDALFillRaster(GDALGetRasterBand(dataset, b), 10.0 * b, 0);
+    GDALClose(dataset);
+    return path;
+}
+
+QStringList titlesFor(TELayer::LayerType type, bool withNoRender)
+{
+    QStringList titles;
+    if (withNoRender)
+        titles << QStringLiteral("Not to render");
+    for (const CatalogEntry& entry : catalog()) {
+        if (entry.types.contains(type))
+            titles << QString::fromLatin1(entry.title);
+    }
+    return titles;
+}
+
+} // namespace
+
+class TestControlRender : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase()
+    {
+        QVERIFY(mRasterDir.isValid());
+        QDir().mkpath(mRasterDir.filePath(QStringLiteral("mosaic")));
+        writeRaster(mRasterDir.filePath(QStringLiteral("mosaic/tile.tif")), 1);
+    }
+
+    void formHasTheDocksWidgetsAndTexts()
+    {
+        TestDock dock;
+        QCOMPARE(dock.windowTitle(), QStringLiteral("Symbol rendering"));
+        QCOMPARE(dock.maximumSize(), QSize(524287, 800));
+        QCOMPARE(dock.contextMenuPolicy(), Qt::CustomContextMenu);
+        QCOMPARE(dock.sizePolicy().verticalPolicy(), QSizePolicy::Maximum);
+        auto* name = dock.findChild<QLineEdit*>(QStringLiteral("mLineEditLayerNames"));
+        QVERIFY(name && !name->isEnabled());
+        auto* buttons = dock.findChild<QDialogButtonBox*>(QStringLiteral("mButtonBox"));
+        QVERIFY(buttons);
+        QCOMPARE(buttons->button(QDialogButtonBox::Apply)->text(), QStringLiteral("Apply"));
+        QCOMPARE(buttons->button(QDialogButtonBox::Reset)->text(), QStringLiteral("Reset"));
+        QVERIFY(dock.tabs()->tabBar()->isHidden());
+        QCOMPARE(dock.tabs()->widget(0), dock.noRenderPage());
+        QCOMPARE(dock.comboTexts(), QStringList{QStringLiteral("Not to render")});
+        QCOMPARE(dock.combo()->itemData(0).toUInt(), uint(dock.noRenderPage()->winId()));
+    }
+
+    void instanceIsCreatedOnceWithTheFirstParent()
+    {
+        QMainWindow first;
+        QMainWindow second;
+        TZControlRender* dock = TZControlRender::instance(&first);
+        QVERIFY(dock);
+        QCOMPARE(TZControlRender::instance(&second), dock);
+        QCOMPARE(TZControlRender::instance(nullptr), dock);
+        QCOMPARE(dock->parentWidget(), &first);
+    }
+
+    void setLayerShowsTheNameAndKeepsItForANullLayer()
+    {
+        TestDock dock;
+        TERefPtr<TEFeatureLayer> layer = memoryLayer(T3);
+        QVERIFY(layer);
+        dock.setLayer(layer.get());
+        QCOMPARE(dock.layer(), layer.get());
+        auto* name = dock.findChild<QLineEdit*>(QStringLiteral("mLineEditLayerNames"));
+        QCOMPARE(name->text(), QStringLiteral("roads"));
+        dock.setLayer(nullptr);
+        QVERIFY(!dock.layer());
+        QCOMPARE(name->text(), QStringLiteral("roads"));
+    }
+
+    void comboOffersThePanelsOfTheLayerType_data()
+    {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<bool>("feature");
+        for (TELayer::LayerType type : {T1, T2, T3, T4})
+            QTest::addRow("type %d", int(type)) << int(type) << true;
+        for (TELayer::LayerType type : {T6, T7, T8})
+            QTest::addRow("type %d", int(type)) << int(type) << false;
+    }
+    void comboOffersThePanelsOfTheLayerType()
+    {
+        QFETCH(int, type);
+        QFETCH(bool, feature);
+        TestDock dock;
+        dock.addCatalog();
+        TERefPtr<TELayer> layer;
+        if (feature)
+            layer = memoryLayer(TELayer::LayerType(type));
+        else if (type == T8)
+            layer = TERasterDirLayer::Open(mRasterDir.filePath(QStringLiteral("mosaic")));
+        else
+            layer = TERasterLayer::Open(writeRaster(mRasterDir.filePath(QStringLiteral("t%1.tif").arg(type)),
+                                                    type == T6 ? 1 : 3));
+        QVERIFY(layer);
+        QCOMPARE(int(layer->GetLayerType()), type);
+        dock.setLayer(layer.get());
+        dock.showLayerStyle();
+        QCOMPARE(dock.comboTexts(), titlesFor(TELayer::LayerType(type), feature));
+        // Every entry leads to the page of the panel with that title.
+        for (int i = feature ? 1 : 0; i < dock.combo()->count(); ++i) {
+            const uint id = dock.combo()->itemData(i).toUInt();
+            bool matched = false;
+            for (const auto& panel : qAsConst(dock.panels))
+                matched = matched || (uint(panel->winId()) == id && panel->title() == dock.combo()->itemText(i));
+            QVERIFY2(matched, qPrintable(dock.combo()->itemText(i)));
+        }
+    }
+
+    void unlistedLayerTypesOfferOnlyNotToRender_data()
+    {
+        QTest::addColumn<int>("type");
+        QTest::newRow("table") << 0;
+        QTest::newRow("type 5") << 5;
+        QTest::newRow("type 9") << 9;
+    }
+    void unlistedLayerTypesOfferOnlyNotToRender()
+    {
+        QFETCH(int, type);
+        TestDock dock;
+        dock.addCatalog();
+        TERefPtr<TEFeatureLayer> points = memoryLayer(T1);
+        points->SetSymbolRender(MakeRef<TECategorizedSymbolRender>(TEString(L"name")));
+        dock.setLayer(points.get());
+        dock.showLayerStyle();
+        QWidget* shown = dock.tabs()->currentWidget();
+        QCOMPARE(shown, dock.panels.value(QStringLiteral("UniqueValues")).data());
+
+        TERefPtr<TELayer> coded = MakeRef<CodeLayer>(type);
+        dock.setLayer(coded.get());
+        dock.showLayerStyle();
+        QCOMPARE(dock.comboTexts(), QStringList{QStringLiteral("Not to render")});
+        QCOMPARE(dock.tabs()->currentWidget(), shown);
+    }
+
+    void featureLayerSelectsThePanelOfItsRender()
+    {
+        TestDock dock;
+        dock.addCatalog();
+        TERefPtr<TEFeatureLayer> layer = memoryLayer(T4);
+        layer->SetSymbolRender(MakeRef<TECategorizedSymbolRender>(TEString(L"name")));
+        dock.setLayer(layer.get());
+        dock.journal.clear();
+        dock.showLayerStyle();
+        QCOMPARE(dock.combo()->currentText(), QStringLiteral("Unique Values"));
+        QCOMPARE(dock.tabs()->currentWidget(), dock.panels.value(QStringLiteral("UniqueValues")).data());
+        QCOMPARE(dock.journal, QStringList{QStringLiteral("reset UniqueValues")});
+
+        layer->SetSymbolRender(TERefPtr<TEFeatureRender>());
+        dock.showLayerStyle();
+        QCOMPARE(dock.combo()->currentIndex(), 0);
+        QCOMPARE(dock.tabs()->currentWidget(), dock.noRenderPage());
+    }
+
+    void renderWithoutPanelLeavesThePageAsItWas()
+    {
+        TestDock dock;
+        FakeRenderPanel* single = dock.add(QStringLiteral("SingleSymbol"), QStringLiteral("Single symbol"), {T1});
+        TERefPtr<TEFeatureLayer> layer = memoryLayer(T1);
+        layer->SetSymbolRender(MakeRef<TESingleSymbolRender>());
+        dock.setLayer(layer.get());
+        dock.showLayerStyle();
+        QCOMPARE(dock.tabs()->currentWidget(), single);
+
+        layer->SetSymbolRender(MakeRef<TEHeatMapperRender>());
+        dock.showLayerStyle();
+        QCOMPARE(dock.comboTexts(), (QStringList{QStringLiteral("Not to render"), QStringLiteral("Single symbol")}));
+        QCOMPARE(dock.tabs()->currentWidget(), single);
+    }
+
+    void rasterLayerSelectsThePanelOfItsRenderMode_data()
+    {
+        QTest::addColumn<int>("bands");
+        QTest::addColumn<int>("mode");
+        QTest::addColumn<QString>("key");
+        QTest::newRow("stretch") << 1 << 1 << QStringLiteral("ImageStretch");
+        QTest::newRow("colour map") << 1 << 2 << QStringLiteral("ImageColormap");
+        QTest::newRow("unique") << 1 << 3 << QStringLiteral("ImageUnique");
+        QTest::newRow("class") << 1 << 4 << QStringLiteral("ImageClass");
+        QTest::newRow("unknown mode 6") << 1 << 6 << QString();
+        QTest::newRow("RGB composite") << 3 << 5 << QStringLiteral("ImageRGBComposite");
+        QTest::newRow("multi-band stretch") << 3 << 8 << QStringLiteral("ImageMultiStretch");
+        QTest::newRow("unknown mode 7") << 3 << 7 << QString();
+    }
+    void rasterLayerSelectsThePanelOfItsRenderMode()
+    {
+        QFETCH(int, bands);
+        QFETCH(int, mode);
+        QFETCH(QString, key);
+        TestDock dock;
+        dock.addCatalog();
+        TERefPtr<TERasterLayer> layer = TERasterLayer::Open(
+            writeRaster(mRasterDir.filePath(QStringLiteral("mode%1.tif").arg(mode)), bands));
+        QVERIFY(layer);
+        if (bands == 1) {
+            auto render = MakeRef<TESingleBandImageRender>();
+            render->setImageRenderMODE(mode);
+            layer->SetRender(render);
+        } else {
+            auto render = MakeRef<TEMultiBandImageRender>();
+            render->setImageRenderMODE(mode);
+            layer->SetRender(render);
+        }
+        dock.setLayer(layer.get());
+        dock.showLayerStyle();
+        QVERIFY(!dock.comboTexts().contains(QStringLiteral("Not to render")));
+        if (key.isEmpty()) {
+            QCOMPARE(dock.tabs()->currentWidget(), dock.noRenderPage());
+            QVERIFY(dock.journal.isEmpty());
+            return;
+        }
+        FakeRenderPanel* panel = dock.panels.value(key);
+        QCOMPARE(dock.tabs()->currentWidget(), panel);
+        QCOMPARE(dock.combo()->currentText(), panel->title());
+        QVERIFY(panel->resetCount >= 1);
+    }
+
+    void rasterDirectoryPicksStretchForASingleBandRender()
+    {
+        TestDock dock;
+        dock.addCatalog();
+        TERefPtr<TERasterDirLayer> layer = TERasterDirLayer::Open(mRasterDir.filePath(QStringLiteral("mosaic")));
+        QVERIFY(layer);
+        dock.setLayer(layer.get());
+        dock.showLayerStyle();
+        QCOMPARE(dock.tabs()->currentWidget(), dock.noRenderPage());
+
+        auto render = MakeRef<TESingleBandImageRender>();
+        render->setImageRenderMODE(4); // the mode is not read for a directory
+        layer->SetRender(render);
+        dock.showLayerStyle();
+        QCOMPARE(dock.comboTexts(), QStringList{QStringLiteral("Image Stretch")});
+        QCOMPARE(dock.tabs()->currentWidget(), dock.panels.value(QStringLiteral("ImageStretch")).data());
+
+        layer->SetRender(MakeRef<TEMultiBandImageRender>());
+        dock.showLayerStyle();
+        QCOMPARE(dock.tabs()->currentWidget(), dock.panels.value(QStringLiteral("ImageRGBComposite")).data());
+    }
+
+    void choosingAnEntrySwitchesThePageAndResetsIt()
+    {
+        TestDock dock;
+        dock.addCatalog();
+        TERefPtr<TEFeatureLayer> layer = memoryLayer(T1);
+        dock.setLayer(layer.get());
+        dock.showLayerStyle();
+        dock.journal.clear();
+        dock.combo()->setCurrentText(QStringLiteral("Heatmap"));
+        QCOMPARE(dock.tabs()->currentWidget(), dock.panels.value(QStringLiteral("Heatmap")).data());
+        QCOMPARE(dock.journal, QStringList{QStringLiteral("reset Heatmap")});
+        dock.combo()->setCurrentIndex(0);
+        QCOMPARE(dock.tabs()->currentWidget(), dock.noRenderPage());
+    }
+
+    void applyFromAPanelRepaintsThenAnnounces_data()
+    {
+        QTest::addColumn<bool>("activeView");
+        QTest::addColumn<bool>("applied");
+        QTest::addColumn<QStringList>("expected");
+        QTest::newRow("active view") << true << true << QStringList{"refreshMap", "symbolChanged"};
+        QTest::newRow("inactive view") << false << true << QStringList{"symbolChanged"};
+        QTest::newRow("panel refuses") << true << false << QStringList{};
+    }
+    void applyFromAPanelRepaintsThenAnnounces()
+    {
+        QFETCH(bool, activeView);
+        QFETCH(bool, applied);
+        QFETCH(QStringList, expected);
+        TestDock dock;
+        dock.addCatalog();
+        TERefPtr<TEFeatureLayer> layer = memoryLayer(T1);
+        layer->SetSymbolRender(MakeRef<TESingleSymbolRender>());
+        ViewOf view(layer.get());
+        if (activeView)
+            TEMapViewManager::GetInstance()->SetActivedMapView(&view);
+        dock.setLayer(layer.get());
+        dock.showLayerStyle();
+        FakeRenderPanel* panel = dock.panels.value(QStringLiteral("SingleSymbol"));
+        panel->applyResult = applied;
+
+        QStringList emitted;
+        QString guid;
+        connect(&dock, &TZControlRender::refreshMap, [&] { emitted << QStringLiteral("refreshMap"); });
+        connect(&dock, &TZControlRender::symbolChanged, [&](const QString& id) {
+            emitted << QStringLiteral("symbolChanged");
+            guid = id;
+        });
+        dock.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Apply)->click();
+        TEMapViewManager::GetInstance()->SetActivedMapView(nullptr);
+
+        QCOMPARE(panel->applyCount, 1);
+        QCOMPARE(emitted, expected);
+        if (!expected.isEmpty())
+            QCOMPARE(guid, layer->GetGuidStr().toQString());
+    }
+
+    void applyOnNotToRenderRemovesTheRenderThenRepaints()
+    {
+        TestDock dock;
+        dock.addCatalog();
+        TERefPtr<TEFeatureLayer> layer = memoryLayer(T4);
+        layer->SetSymbolRender(MakeRef<TESingleSymbolRender>());
+        ViewOf view(layer.get());
+        TEMapViewManager::GetInstance()->SetActivedMapView(&view);
+        dock.setLayer(layer.get());
+        dock.showLayerStyle();
+        dock.combo()->setCurrentIndex(0);
+
+        QStringList emitted;
+        connect(&dock, &TZControlRender::refreshMap, [&] { emitted << QStringLiteral("refreshMap"); });
+        connect(&dock, &TZControlRender::symbolChanged, [&] { emitted << QStringLiteral("symbolChanged"); });
+        dock.onApply();
+        TEMapViewManager::GetInstance()->SetActivedMapView(nullptr);
+
+        QVERIFY(!layer->GetRender());
+        QCOMPARE(emitted, (QStringList{QStringLiteral("symbolChanged"), QStringLiteral("refreshMap")}));
+    }
+
+    void applyOnNotToRenderForARasterStillAnnounces()
+    {
+        TestDock dock;
+        dock.addCatalog();
+        TERefPtr<TERasterLayer> layer = TERasterLayer::Open(writeRaster(mRasterDir.filePath(QStringLiteral("keep.tif")), 1));
+        auto render = MakeRef<TESingleBandImageRender>();
+        render->setImageRenderMODE(6);
+        layer->SetRender(render);
+        dock.setLayer(layer.get());
+        dock.showLayerStyle();
+        QCOMPARE(dock.tabs()->currentWidget(), dock.noRenderPage());
+        QSignalSpy changed(&dock, &TZControlRender::symbolChanged);
+        QSignalSpy refresh(&dock, &TZControlRender::refreshMap);
+        dock.onApply();
+        QCOMPARE(changed.count(), 1);
+        QCOMPARE(refresh.count(), 0);
+        QCOMPARE(layer->GetRender().get(), static_cast<TERender*>(render.get()));
+    }
+
+    void applyWithoutALayerDoesNothing()
+    {
+        TestDock dock;
+        FakeRenderPanel* panel = dock.add(QStringLiteral("SingleSymbol"), QStringLiteral("Single symbol"), {T1});
+        dock.tabs()->setCurrentWidget(panel);
+        QSignalSpy changed(&dock, &TZControlRender::symbolChanged);
+        dock.onApply();
+        QCOMPARE(panel->applyCount, 0);
+        QCOMPARE(changed.count(), 0);
+    }
+
+    void resetWorksOnlyWhileTheDockIsVisible()
+    {
+        TestDock dock;
+        dock.addCatalog();
+        TERefPtr<TEFeatureLayer> layer = memoryLayer(T1);
+        layer->SetSymbolRender(MakeRef<TESingleSymbolRender>());
+        dock.setLayer(layer.get());
+        dock.showLayerStyle();
+        FakeRenderPanel* panel = dock.panels.value(QStringLiteral("SingleSymbol"));
+        const int resets = panel->resetCount;
+        QSignalSpy refresh(&dock, &TZControlRender::refreshMap);
+
+        dock.onReset();
+        QCOMPARE(panel->resetCount, resets);
+        QCOMPARE(refresh.count(), 0);
+
+        dock.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&dock));
+        dock.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Reset)->click();
+        QCOMPARE(panel->resetCount, resets + 1);
+        QCOMPARE(refresh.count(), 1);
+
+        dock.combo()->setCurrentIndex(0);
+        dock.onReset();
+        QCOMPARE(refresh.count(), 2);
+    }
+
+    void duplicateKeysAreRejectedExceptImageStretch()
+    {
+        TestDock dock;
+        dock.addCatalog();
+        QPointer<FakeRenderPanel> again = new FakeRenderPanel(&dock, QStringLiteral("SingleSymbol"),
+                                                              QStringLiteral("Again"), {T1});
+        dock.addRender(again);
+        QVERIFY(again.isNull());
+        dock.addRender(nullptr);
+
+        QPointer<FakeRenderPanel> stretch = new FakeRenderPanel(&dock, QStringLiteral("ImageStretch"),
+                                                                QStringLiteral("Second stretch"), {T6});
+        dock.addRender(stretch);
+        QVERIFY(!stretch.isNull());
+        QCOMPARE(dock.tabs()->count(), catalog().size() + 2);
+
+        TERefPtr<TERasterLayer> layer = TERasterLayer::Open(writeRaster(mRasterDir.filePath(QStringLiteral("dup.tif")), 1));
+        dock.setLayer(layer.get());
+        dock.showLayerStyle();
+        QCOMPARE(dock.comboTexts().last(), QStringLiteral("Second stretch"));
+        TERefPtr<TEFeatureLayer> points = memoryLayer(T1);
+        dock.setLayer(points.get());
+        dock.showLayerStyle();
+        QVERIFY(!dock.comboTexts().contains(QStringLiteral("Again")));
+    }
+
+    void panelListedTwiceForATypeAppearsOnce()
+    {
+        TestDock dock;
+        dock.add(QStringLiteral("SingleSymbol"), QStringLiteral("Single symbol"), {T1, T1, T2});
+        TERefPtr<TEFeatureLayer> layer = memoryLayer(T1);
+        dock.setLayer(layer.get());
+        dock.showLayerStyle();
+        QCOMPARE(dock.comboTexts(), (QStringList{QStringLiteral("Not to render"), QStringLiteral("Single symbol")}));
+    }
+
+    void removingTheCurrentLayerHidesTheDock()
+    {
+        TestDock dock;
+        TERefPtr<TEFeatureLayer> layer = memoryLayer(T1);
+        dock.setLayer(layer.get());
+        dock.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&dock));
+
+        dock.onLayerWillBeRemove(QStringLiteral("{not-this-layer}"));
+        QCOMPARE(dock.layer(), layer.get());
+        dock.onLayerWillBeRemove(layer->GetGuidStr().toQString().toUpper() + QStringLiteral("x"));
+        QCOMPARE(dock.layer(), layer.get());
+        QVERIFY(dock.isVisible());
+
+        dock.onLayerWillBeRemove(layer->GetGuidStr().toQString());
+        QVERIFY(!dock.layer());
+        QVERIFY(!dock.isVisible());
+        dock.onLayerWillBeRemove(layer->GetGuidStr().toQString());
+    }
+
+    void styleTypeFollowsTheLayerType_data()
+    {
+        QTest::addColumn<int>("layerType");
+        QTest::addColumn<int>("styleType");
+        QTest::newRow("point") << 1 << 0;
+        QTest::newRow("multi-point") << 2 << 0;
+        QTest::newRow("line") << 3 << 1;
+        QTest::newRow("polygon") << 4 << 2;
+        QTest::newRow("raster") << 6 << 2;
+        QTest::newRow("unknown") << 0 << 2;
+    }
+    void styleTypeFollowsTheLayerType()
+    {
+        QFETCH(int, layerType);
+        QFETCH(int, styleType);
+        TestDock dock;
+        TEStyle::StyleType type = TEStyle::StyleType(-1);
+        QVERIFY(!dock.getStyleType(type));
+        TERefPtr<TELayer> layer = MakeRef<CodeLayer>(layerType);
+        dock.setLayer(layer.get());
+        QVERIFY(dock.getStyleType(type));
+        QCOMPARE(int(type), styleType);
+    }
+
+private:
+    QTemporaryDir mRasterDir;
+};
+
+TZ_REGISTER_TEST(TestControlRender)
+#include "TestControlRender.moc"
