@@ -35,7 +35,7 @@ const char* const kLayer = "points";
 
 bool makeGeoPackage(const QString& path)
 {
-    const QString partial = path + QStringLiteral(".part");
+    const QString partial = QString(path).replace(QStringLiteral(".gpkg"), QStringLiteral(".part.gpkg"));
     QFile::remove(partial);
     GDALDriverH driver = GDALGetDriverByName("GPKG");
     GDALDatasetH dataset = GDALCreate(driver, partial.toUtf8().constData(), 0, 0, 0, GDT_Unknown, nullptr);

@@ -50,13 +50,18 @@ TEFeatureLayer::TEFeatureLayer(const QString& source, const QString& sourceLayer
         GDALDriverH driver = GDALGetDatasetDriver(dataset);
         mDriverName = driver ? QString::fromUtf8(GDALGetDriverShortName(driver)) : QString();
     }
-    OGRFeatureDefnH definition = layer ? OGR_L_GetLayerDefn(layer) : nullptr;
-    mFields = TEFields::FromDefinition(definition);
-    mEditBuffer = std::make_unique<TELayerEditBuffer>(definition);
+    // Held for the layer's lifetime: the shared handle is reopened after a
+    // save, and the edit buffer and new features must outlive that.
+    mDefinition = layer ? OGR_L_GetLayerDefn(layer) : OGR_FD_Create("");
+    OGR_FD_Reference(mDefinition);
+    mFields = TEFields::FromDefinition(mDefinition);
+    mEditBuffer = std::make_unique<TELayerEditBuffer>(mDefinition);
 }
 
 TEFeatureLayer::~TEFeatureLayer()
 {
+    mEditBuffer.reset();
+    OGR_FD_Release(mDefinition);
     if (mDataset)
         GDALClose(mDataset);
 }
@@ -247,8 +252,7 @@ bool TEFeatureLayer::HasBeEdited() const
 
 TERefPtr<TEFeature> TEFeatureLayer::CreateFeature() const
 {
-    QMutexLocker lock(&mMutex);
-    return MakeRef<TEFeature>(OGR_F_Create(mLayer ? OGR_L_GetLayerDefn(mLayer) : OGR_FD_Create("")), mFields);
+    return MakeRef<TEFeature>(OGR_F_Create(mDefinition), mFields);
 }
 
 int TEFeatureLayer::AddFeature(const TERefPtr<TEFeature>& feature)

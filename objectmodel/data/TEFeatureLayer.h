@@ -115,6 +115,7 @@ protected:
 private:
     void RaiseCountEvent(TEEventSignal& signal, int id);
 
+    OGRFeatureDefnH mDefinition = nullptr;
     QString mSourceLayerName;
     QString mDriverName;
     TERefPtr<TEFields> mFields;

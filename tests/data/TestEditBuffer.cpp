@@ -149,6 +149,10 @@ private Q_SLOTS:
         QVERIFY2(layer->SaveEdits(&error), qPrintable(error));
         QVERIFY(!layer->HasBeEdited());
         QCOMPARE(layer->GetFeatureCount(), 2);
+        // The layer keeps editing after a save.
+        const int again = layer->AddFeature(featureOf(*layer, "wood", 4.0));
+        QCOMPARE(layer->layer_edit_buffer()->Query(TEQueryFilter(TEString(L"use = 'wood'"))), std::vector<int>({again}));
+        layer->DiscardEdits();
 
         std::vector<TEFeatureTable::ValueCount> counts;
         QVERIFY(TEFeatureLayer::Open(path)->GetDatasource()->GetValueCounts(TEString(L"use"), TEQueryFilter(), counts));
