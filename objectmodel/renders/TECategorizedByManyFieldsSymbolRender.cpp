@@ -2,13 +2,12 @@
 
 #include "data/TEFeature.h"
 
-#include <algorithm>
-
 namespace TZObjects {
 
 TECategorizedByManyFieldsSymbolRender::TECategorizedByManyFieldsSymbolRender(const TEString& fieldNames)
     : TECategorizedSymbolRender(fieldNames)
 {
+    ExpressionChanged();
 }
 
 TERefPtr<TEFeatureRender> TECategorizedByManyFieldsSymbolRender::Clone() const
@@ -16,26 +15,23 @@ TERefPtr<TEFeatureRender> TECategorizedByManyFieldsSymbolRender::Clone() const
     return MakeRef<TECategorizedByManyFieldsSymbolRender>(*this);
 }
 
-std::vector<TEString> TECategorizedByManyFieldsSymbolRender::GetFieldNames() const
+void TECategorizedByManyFieldsSymbolRender::ExpressionChanged()
 {
-    std::vector<TEString> names;
+    mFieldNames.clear();
     if (GetExpression().IsEmpty())
-        return names;
+        return;
     for (const TEString& part : GetExpression().split(L",")) {
         const QString name = part.toQString().trimmed();
         if (!name.isEmpty())
-            names.emplace_back(name);
+            mFieldNames.emplace_back(name);
     }
-    return names;
 }
 
 std::vector<TEString> TECategorizedByManyFieldsSymbolRender::GetUsedAttributes() const
 {
-    std::vector<TEString> fields = GetFieldNames();
-    for (const TEString& field : TEFeatureRender::GetUsedAttributes()) {
-        if (std::find(fields.begin(), fields.end(), field) == fields.end())
-            fields.push_back(field);
-    }
+    std::vector<TEString> fields = mFieldNames;
+    for (const TEString& field : TEFeatureRender::GetUsedAttributes())
+        AddUsedAttribute(fields, field);
     return fields;
 }
 
@@ -43,7 +39,7 @@ TEString TECategorizedByManyFieldsSymbolRender::FeatureKey(TEFeature* feature) c
 {
     TEString key;
     bool first = true;
-    for (const TEString& field : GetFieldNames()) {
+    for (const TEString& field : mFieldNames) {
         if (!first)
             key += L",";
         key += feature->GetValue(field).ToString();

@@ -17,10 +17,14 @@ public:
     std::vector<TEString> GetUsedAttributes() const override;
 
     // The field names of the expression, in order.
-    std::vector<TEString> GetFieldNames() const;
+    const std::vector<TEString>& GetFieldNames() const { return mFieldNames; }
 
 protected:
     TEString FeatureKey(TEFeature* feature) const override;
+    void ExpressionChanged() override;
+
+private:
+    std::vector<TEString> mFieldNames;
 };
 
 } // namespace TZObjects

@@ -5,8 +5,6 @@
 
 #include <QJsonArray>
 
-#include <algorithm>
-
 namespace TZObjects {
 
 const wchar_t* const TECategorizedSymbolRender::AllOtherValues = L"<all other values>";
@@ -31,6 +29,12 @@ TECategorizedSymbolRender::TECategorizedSymbolRender(const TECategorizedSymbolRe
     mCatchAllIndex = other.mCatchAllIndex;
 }
 
+void TECategorizedSymbolRender::SetExpression(const TEString& expression)
+{
+    mExpression = expression;
+    ExpressionChanged();
+}
+
 TERefPtr<TEFeatureRender> TECategorizedSymbolRender::Clone() const
 {
     return MakeRef<TECategorizedSymbolRender>(*this);
@@ -52,9 +56,10 @@ TERefPtr<TEStyle> TECategorizedSymbolRender::GetStyleByFeature(TEFeature* featur
 
 std::vector<TEString> TECategorizedSymbolRender::GetUsedAttributes() const
 {
-    std::vector<TEString> fields = TEFeatureRender::GetUsedAttributes();
-    if (!mExpression.IsEmpty() && std::find(fields.begin(), fields.end(), mExpression) == fields.end())
-        fields.insert(fields.begin(), mExpression);
+    std::vector<TEString> fields;
+    AddUsedAttribute(fields, mExpression);
+    for (const TEString& field : TEFeatureRender::GetUsedAttributes())
+        AddUsedAttribute(fields, field);
     return fields;
 }
 
@@ -151,7 +156,7 @@ bool TECategorizedSymbolRender::open(const QJsonObject& json, TEString* error)
 {
     if (!TEFeatureRender::open(json, error))
         return false;
-    mExpression = TEString(json.value(QStringLiteral("expression")).toString());
+    SetExpression(TEString(json.value(QStringLiteral("expression")).toString()));
     mShowOtherValue = json.value(QStringLiteral("showOtherValue")).toBool(true);
     const QJsonObject outline = json.value(QStringLiteral("outline")).toObject();
     const OutLineInfo defaults;

@@ -42,7 +42,7 @@ public:
     std::vector<TEString> GetUsedAttributes() const override;
 
     TEString GetExpression() const { return mExpression; }
-    void SetExpression(const TEString& expression) { mExpression = expression; }
+    void SetExpression(const TEString& expression);
 
     // Appends a category; the first of several categories with one value is
     // the one that matches.
@@ -72,6 +72,8 @@ protected:
     void VisitStyles(const StyleVisitor& visit) override;
     // Called whenever the category list changed.
     virtual void CategoriesChanged();
+    // Called whenever the expression changed (not from the constructor).
+    virtual void ExpressionChanged() {}
     // Text of the feature's value that categories are matched against.
     virtual TEString FeatureKey(TEFeature* feature) const;
 

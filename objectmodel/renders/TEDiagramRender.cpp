@@ -4,8 +4,6 @@
 
 #include <QJsonArray>
 
-#include <algorithm>
-
 namespace TZObjects {
 
 TEDiagramRender::TEDiagramRender(const TEDiagramRender& other)
@@ -27,15 +25,11 @@ TERefPtr<TEStyle> TEDiagramRender::GetStyleByFeature(TEFeature* feature, const d
 std::vector<TEString> TEDiagramRender::GetUsedAttributes() const
 {
     std::vector<TEString> fields = TEFeatureRender::GetUsedAttributes();
-    auto add = [&fields](const TEString& field) {
-        if (!field.IsEmpty() && std::find(fields.begin(), fields.end(), field) == fields.end())
-            fields.push_back(field);
-    };
     for (const TERefPtr<TEDiagramRenderItem>& item : mItems)
-        add(item->GetField());
+        AddUsedAttribute(fields, item->GetField());
     if (mBackground) {
         for (const TEString& field : mBackground->GetUsedAttributes())
-            add(field);
+            AddUsedAttribute(fields, field);
     }
     return fields;
 }

@@ -2,8 +2,6 @@
 
 #include "renders/TEFileFunc.h"
 
-#include <algorithm>
-
 namespace TZObjects {
 
 TERefPtr<TEFeatureRender> TEDotDensityDiagramRender::Clone() const
@@ -14,8 +12,7 @@ TERefPtr<TEFeatureRender> TEDotDensityDiagramRender::Clone() const
 std::vector<TEString> TEDotDensityDiagramRender::GetUsedAttributes() const
 {
     std::vector<TEString> fields = TEDiagramRender::GetUsedAttributes();
-    if (!mFieldName.IsEmpty() && std::find(fields.begin(), fields.end(), mFieldName) == fields.end())
-        fields.push_back(mFieldName);
+    AddUsedAttribute(fields, mFieldName);
     return fields;
 }
 

@@ -14,8 +14,8 @@ const wchar_t* const TEFeatureRender::RandomRotateField = L"<random>";
 std::vector<TEString> TEFeatureRender::GetUsedAttributes() const
 {
     std::vector<TEString> fields;
-    if (mRotateByField && !mRotateField.IsEmpty() && mRotateField != RandomRotateField)
-        fields.push_back(mRotateField);
+    if (mRotateByField && mRotateField != RandomRotateField)
+        AddUsedAttribute(fields, mRotateField);
     return fields;
 }
 
@@ -125,6 +125,12 @@ bool TEFeatureRender::open(const QJsonObject& json, TEString*)
 
 void TEFeatureRender::VisitStyles(const StyleVisitor&)
 {
+}
+
+void TEFeatureRender::AddUsedAttribute(std::vector<TEString>& fields, const TEString& field)
+{
+    if (!field.IsEmpty() && std::find(fields.begin(), fields.end(), field) == fields.end())
+        fields.push_back(field);
 }
 
 TERefPtr<TEStyle> TEFeatureRender::CloneStyle(const TERefPtr<TEStyle>& style)

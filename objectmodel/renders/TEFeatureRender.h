@@ -80,6 +80,8 @@ protected:
 
     // A copy of style (empty stays empty).
     static TERefPtr<TEStyle> CloneStyle(const TERefPtr<TEStyle>& style);
+    // Appends field to fields unless it is empty or already there.
+    static void AddUsedAttribute(std::vector<TEString>& fields, const TEString& field);
 
 private:
     bool mPriorityRender = false;

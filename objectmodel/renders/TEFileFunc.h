@@ -4,7 +4,6 @@
 #include "renders/TEImageRender.h"
 #include "core/TEColor.h"
 
-#include <QJsonArray>
 #include <QJsonObject>
 
 namespace TZObjects {

@@ -5,7 +5,6 @@
 
 #include <QJsonArray>
 
-#include <algorithm>
 #include <cmath>
 
 namespace TZObjects {
@@ -33,8 +32,7 @@ TERefPtr<TEFeatureRender> TEGraduatedSymbolsDiagramRender::Clone() const
 std::vector<TEString> TEGraduatedSymbolsDiagramRender::GetUsedAttributes() const
 {
     std::vector<TEString> fields = TEDiagramRender::GetUsedAttributes();
-    if (!mExpression.IsEmpty() && std::find(fields.begin(), fields.end(), mExpression) == fields.end())
-        fields.push_back(mExpression);
+    AddUsedAttribute(fields, mExpression);
     return fields;
 }
 

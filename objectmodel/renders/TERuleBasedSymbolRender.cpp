@@ -179,16 +179,12 @@ TERefPtr<TEStyle> TERuleBasedSymbolRender::GetStyleByFeature(TEFeature* feature,
 std::vector<TEString> TERuleBasedSymbolRender::GetUsedAttributes() const
 {
     std::vector<TEString> fields;
-    auto add = [&fields](const TEString& field) {
-        if (std::find(fields.begin(), fields.end(), field) == fields.end())
-            fields.push_back(field);
-    };
     for (const TERefPtr<Rule>& rule : mRules) {
         for (const TEString& field : rule->UsedFields())
-            add(field);
+            AddUsedAttribute(fields, field);
     }
     for (const TEString& field : TEFeatureRender::GetUsedAttributes())
-        add(field);
+        AddUsedAttribute(fields, field);
     return fields;
 }
 

@@ -3,12 +3,15 @@
 #include "RenderFixtures.h"
 
 #include "renders/TECategorizedByManyFieldsSymbolRender.h"
+#include "renders/TEFileFunc.h"
 #include "renders/TEFourColorTheoremRender.h"
 #include "renders/TEGradingSymbolRender.h"
+#include "renders/TEMatchToSymbolsRender.h"
 #include "renders/TEPieDiagramRender.h"
 #include "renders/TERuleBasedSymbolRender.h"
 #include "renders/TESingleSymbolRender.h"
 #include "symbology/TEStyleMultiLayer.h"
+#include "symbology/TEStyleSystem.h"
 
 using namespace TZObjects;
 using namespace RenderFixtures;
@@ -138,6 +141,31 @@ private Q_SLOTS:
         QCOMPARE(int(used.size()), 2);
         QCOMPARE(used[0], TEString(L"kind"));
         QCOMPARE(used[1], TEString(L"code"));
+
+        TERefPtr<TEFeatureRender> reopened = TEFileFunc::OpenFeatureRender(TEFileFunc::SaveRender(render.get()));
+        QVERIFY(reopened);
+        a.code = 4;
+        QCOMPARE(StyleFor(*reopened, a), QStringLiteral("#0000ff"));
+    }
+
+    void matchToSymbolsFillsMissingStylesFromItsDatabase()
+    {
+        auto db = MakeRef<TEStyleDB>(L"Render test places");
+        TERefPtr<TEStyle> city = PointStyle(1, 2, 3);
+        city->SetName(L"city");
+        QVERIFY(db->AddStyle(city));
+        QVERIFY(TEStyleSystem::GetInstance()->AddStyleDB(db));
+
+        TEMatchToSymbolsRender render(L"kind");
+        render.setSymbolDB(L"Render test places");
+        render.AddCategory(L"city", L"City", nullptr);
+        render.AddCategory(L"City", L"Other case", nullptr);
+        render.AddCategory(L"town", L"Town", PointStyle(0, 255, 0));
+        QCOMPARE(render.ResolveStylesFromSymbolDB(TEStyle::PointStyle), 1);
+        QCOMPARE(StyleFor(render, Kind("city")), QStringLiteral("#010203"));
+        QVERIFY(render.GetStyle(L"city").get() != city.get());
+        QCOMPARE(StyleFor(render, Kind("City")), QStringLiteral("null"));
+        QCOMPARE(render.ResolveStylesFromSymbolDB(TEStyle::LineStyle), 0);
     }
 
     void gradingFindsTheFirstClosedRangeHoldingTheValue_data()
