@@ -1,0 +1,97 @@
+#include "TZLayerOpener.h"
+
+#include "data/TEFeatureLayer.h"
+#include "data/TERasterDirLayer.h"
+#include "data/TERasterLayer.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+
+#include <gdal.h>
+
+using namespace TZObjects;
+
+namespace {
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("TZLayerOpener", text);
+}
+
+} // namespace
+
+std::vector<TERefPtr<TELayer>> TZLayerOpener::open(const QString& path, QString* error)
+{
+    std::vector<TERefPtr<TELayer>> layers;
+    QString lastError;
+    const QFileInfo info(path);
+    if (info.isDir()) {
+        QString dirError;
+        if (TERefPtr<TERasterDirLayer> mosaic = TERasterDirLayer::Open(path, &dirError)) {
+            layers.emplace_back(mosaic);
+            return layers;
+        }
+        lastError = dirError;
+    }
+
+    GDALDatasetH ds = GDALOpenEx(path.toUtf8().constData(), GDAL_OF_VECTOR | GDAL_OF_RASTER | GDAL_OF_READONLY,
+                                 nullptr, nullptr, nullptr);
+    if (!ds) {
+        if (error)
+            *error = lastError.isEmpty() ? tr("\"%1\" is not a vector or raster source GDAL can read.").arg(path)
+                                         : lastError;
+        return layers;
+    }
+    QStringList vectorNames;
+    for (int i = 0; i < GDALDatasetGetLayerCount(ds); ++i)
+        vectorNames << QString::fromUtf8(OGR_L_GetName(GDALDatasetGetLayer(ds, i)));
+    const bool hasRaster = GDALGetRasterCount(ds) > 0;
+    GDALClose(ds);
+
+    for (const QString& name : vectorNames) {
+        QString layerError;
+        if (TERefPtr<TEFeatureLayer> layer = TEFeatureLayer::Open(path, name, &layerError))
+            layers.emplace_back(layer);
+        else
+            lastError = layerError;
+    }
+    if (hasRaster) {
+        QString rasterError;
+        if (TERefPtr<TERasterLayer> layer = TERasterLayer::Open(path, &rasterError))
+            layers.emplace_back(layer);
+        else
+            lastError = rasterError;
+    }
+    if (layers.empty() && error)
+        *error = lastError.isEmpty() ? tr("\"%1\" holds no layer.").arg(path) : lastError;
+    return layers;
+}
+
+TERefPtr<TELayer> TZLayerOpener::openLayer(const QString& kind, const QString& source, const QString& layerName,
+                                           QString* error)
+{
+    if (kind == QLatin1String(FeatureKind))
+        return TEFeatureLayer::Open(source, layerName, error);
+    if (kind == QLatin1String(RasterKind))
+        return TERasterLayer::Open(source, error);
+    if (kind == QLatin1String(RasterDirKind))
+        return TERasterDirLayer::Open(source, error);
+    if (error)
+        *error = tr("Unknown layer kind \"%1\".").arg(kind);
+    return {};
+}
+
+QString TZLayerOpener::kindOf(const TELayer* layer)
+{
+    if (dynamic_cast<const TEFeatureLayer*>(layer))
+        return QLatin1String(FeatureKind);
+    if (dynamic_cast<const TERasterDirLayer*>(layer))
+        return QLatin1String(RasterDirKind);
+    return QLatin1String(RasterKind);
+}
+
+QString TZLayerOpener::sourceLayerNameOf(const TELayer* layer)
+{
+    auto* features = dynamic_cast<const TEFeatureLayer*>(layer);
+    return features ? features->GetSourceLayerName() : QString();
+}

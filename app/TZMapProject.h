@@ -1,0 +1,38 @@
+#pragma once
+
+#include "TZMapViewport.h"
+
+#include "core/TERefPtr.h"
+#include "data/TELayer.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+// A tzmap project file (JSON): the layers, top of the list first, each with
+// its source, display name, visibility and render (as the render's own
+// JSON), and the view. Sources inside the project's folder are stored
+// relative to it, so a project moves with its data.
+class TZMapProject
+{
+public:
+    struct LayerState
+    {
+        TZObjects::TERefPtr<TZObjects::TELayer> layer;
+        bool visible = true;
+    };
+
+    static constexpr const char* FileFilter = "tzmap projects (*.tzmap)";
+
+    // Writes the project; false with a message when the file cannot be written.
+    static bool save(const QString& path, const std::vector<LayerState>& layers, const TZMapViewport& view,
+                     QString* error);
+
+    // Reads a project: its layers with their renders set, and the view
+    // (centre and resolution; invalid when the file has none). A layer or
+    // render that cannot be read is left out with a line in warnings; false
+    // with a message only when the file itself cannot be read.
+    static bool open(const QString& path, std::vector<LayerState>& layers, TZMapViewport& view,
+                     QStringList* warnings, QString* error);
+};

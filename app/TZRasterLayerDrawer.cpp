@@ -1,0 +1,252 @@
+#include "TZRasterLayerDrawer.h"
+
+#include "renders/TEMultiBandImageRender.h"
+#include "renders/TESingleBandImageRender.h"
+#include "view/TETrackCancel.h"
+
+#include <QPainter>
+
+#include <gdal.h>
+
+#include <algorithm>
+#include <cmath>
+
+using namespace TZObjects;
+
+namespace {
+
+// Default percent clip of a stretch drawn without a render.
+constexpr double DefaultClipPercent = 2.0;
+// Side of the coarse whole-raster read behind percent clips.
+constexpr int SampleSide = 256;
+
+bool isNoData(double value, const std::pair<bool, double>& noData)
+{
+    return std::isnan(value) || (noData.first && value == noData.second);
+}
+
+} // namespace
+
+TZRasterLayerDrawer::TZRasterLayerDrawer(TERefPtr<TERasterProps> raster, const TEImageRender* render,
+                                         QVector<QRgb> colorTable)
+    : mRaster(std::move(raster))
+    , mRender(render ? render->CloneRender() : TERefPtr<TERender>())
+    , mColorTable(std::move(colorTable))
+{
+}
+
+QVector<QRgb> TZRasterLayerDrawer::readColorTable(const QString& path)
+{
+    QVector<QRgb> table;
+    GDALDatasetH ds = GDALOpenEx(path.toUtf8().constData(), GDAL_OF_RASTER | GDAL_OF_READONLY, nullptr, nullptr, nullptr);
+    if (!ds)
+        return table;
+    if (GDALGetRasterCount(ds) >= 1) {
+        GDALColorTableH colors = GDALGetRasterColorTable(GDALGetRasterBand(ds, 1));
+        const int count = colors ? GDALGetColorEntryCount(colors) : 0;
+        for (int i = 0; i < count; ++i) {
+            GDALColorEntry entry;
+            GDALGetColorEntryAsRGB(colors, i, &entry);
+            table.push_back(qRgba(entry.c1, entry.c2, entry.c3, entry.c4));
+        }
+    }
+    GDALClose(ds);
+    return table;
+}
+
+bool TZRasterLayerDrawer::percentClip(int band, double lowPercent, double highPercent, double& low, double& high) const
+{
+    const QSize sample(std::min(SampleSide, mRaster->GetWidth()), std::min(SampleSide, mRaster->GetHeight()));
+    std::vector<double> values;
+    if (!mRaster->ReadWindow(band, QRect(0, 0, mRaster->GetWidth(), mRaster->GetHeight()), sample, values))
+        return false;
+    bool hasNoData = false;
+    const double noData = mRaster->GetNoDataValue(band, &hasNoData);
+    values.erase(std::remove_if(values.begin(), values.end(),
+                                [&](double v) { return isNoData(v, {hasNoData, noData}); }),
+                 values.end());
+    if (values.empty())
+        return false;
+    auto at = [&](double percent) {
+        const auto index = static_cast<std::size_t>(std::clamp(percent / 100.0, 0.0, 1.0) * (values.size() - 1));
+        std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(index), values.end());
+        return values[index];
+    };
+    low = at(lowPercent);
+    high = at(100.0 - highPercent);
+    if (high <= low)
+        high = low + 1.0;
+    return true;
+}
+
+TZRasterLayerDrawer::Plan TZRasterLayerDrawer::makePlan() const
+{
+    Plan plan;
+    const int bandCount = mRaster->GetBandCount();
+    auto clipAll = [&](double lowPercent, double highPercent) {
+        plan.clipped = true;
+        for (int c = 0; c < 4; ++c) {
+            if (plan.bands[c] > 0)
+                percentClip(plan.bands[c], lowPercent, highPercent, plan.low[c], plan.high[c]);
+        }
+    };
+
+    if (auto* single = dynamic_cast<const TESingleBandImageRender*>(mRender.get())) {
+        plan.mode = Mode::SingleBandRender;
+        plan.bands[0] = single->GetBandIndex();
+    } else if (auto* multi = dynamic_cast<const TEMultiBandImageRender*>(mRender.get())) {
+        if (multi->getImageRenderMODE() == 8) {
+            plan.mode = Mode::StretchOneBand;
+            plan.bands = {{multi->GetStretchBandIndex(), 0, 0, 0}};
+        } else {
+            plan.mode = Mode::Composite;
+            plan.bands = {{multi->getUseRedBand() ? multi->getRedBand() : 0,
+                           multi->getUseGreenBand() ? multi->getGreenBand() : 0,
+                           multi->getUseBlueBand() ? multi->getBlueBand() : 0,
+                           multi->getAlphaBandUse() ? multi->getAlphaBandNum() : 0}};
+        }
+        if (multi->getStretchType() == TEMultiBandImageRender::PercentClip)
+            clipAll(multi->getStretchMin(), multi->getStretchMax());
+    } else if (bandCount == 1 && !mColorTable.isEmpty()) {
+        plan.mode = Mode::Palette;
+    } else if (bandCount >= 3) {
+        plan.mode = Mode::Composite;
+        plan.bands = {{1, 2, 3, 0}};
+        if (mRaster->GetDataType() != GDT_Byte)
+            clipAll(DefaultClipPercent, DefaultClipPercent);
+    } else {
+        plan.mode = Mode::StretchOneBand;
+        clipAll(DefaultClipPercent, DefaultClipPercent);
+    }
+    for (int& band : plan.bands) {
+        if (band > bandCount)
+            band = 0;
+    }
+    return plan;
+}
+
+bool TZRasterLayerDrawer::draw(QPainter* painter, const TZMapViewport& viewport, const TETrackCancel* cancel)
+{
+    mErrorText.clear();
+    if (!mRaster || mRaster->GetWidth() <= 0 || mRaster->GetHeight() <= 0)
+        return true;
+    if (cancel && cancel->IsCancelled())
+        return false;
+
+    // North-up rasters only: the rotation terms of the geo-transform are not used.
+    const std::array<double, 6> gt = mRaster->GetGeoTransform();
+    if (gt[1] == 0.0 || gt[5] == 0.0) {
+        mErrorText = QObject::tr("The raster has no usable geo-transform.");
+        return false;
+    }
+    const QRectF rasterExtent = QRectF(QPointF(gt[0], gt[3]), QPointF(gt[0] + gt[1] * mRaster->GetWidth(),
+                                                                      gt[3] + gt[5] * mRaster->GetHeight())).normalized();
+    const QRectF visible = rasterExtent.intersected(viewport.mapExtent());
+    if (visible.isEmpty())
+        return true;
+
+    // The whole raster pixels covering the visible part.
+    auto toColumn = [&](double x) { return (x - gt[0]) / gt[1]; };
+    auto toRow = [&](double y) { return (y - gt[3]) / gt[5]; };
+    const double c0 = std::min(toColumn(visible.left()), toColumn(visible.right()));
+    const double c1 = std::max(toColumn(visible.left()), toColumn(visible.right()));
+    const double r0 = std::min(toRow(visible.top()), toRow(visible.bottom()));
+    const double r1 = std::max(toRow(visible.top()), toRow(visible.bottom()));
+    const int col0 = std::clamp(static_cast<int>(std::floor(c0)), 0, mRaster->GetWidth() - 1);
+    const int row0 = std::clamp(static_cast<int>(std::floor(r0)), 0, mRaster->GetHeight() - 1);
+    const int col1 = std::clamp(static_cast<int>(std::ceil(c1)), col0 + 1, mRaster->GetWidth());
+    const int row1 = std::clamp(static_cast<int>(std::ceil(r1)), row0 + 1, mRaster->GetHeight());
+    const QRect window(col0, row0, col1 - col0, row1 - row0);
+
+    const QPointF corner0 = viewport.toDevice(QPointF(gt[0] + col0 * gt[1], gt[3] + row0 * gt[5]));
+    const QPointF corner1 = viewport.toDevice(QPointF(gt[0] + col1 * gt[1], gt[3] + row1 * gt[5]));
+    const QRectF target = QRectF(corner0, corner1).normalized();
+    // Never read more pixels than the window holds; zoomed in, the image is
+    // scaled up as it is painted.
+    const QSize outSize(std::clamp(static_cast<int>(std::ceil(target.width())), 1, window.width()),
+                        std::clamp(static_cast<int>(std::ceil(target.height())), 1, window.height()));
+
+    const Plan plan = makePlan();
+    std::array<std::vector<double>, 4> values;
+    std::array<std::pair<bool, double>, 4> noData{};
+    for (int c = 0; c < 4; ++c) {
+        if (plan.bands[c] <= 0)
+            continue;
+        if (cancel && cancel->IsCancelled())
+            return false;
+        QString error;
+        if (!mRaster->ReadWindow(plan.bands[c], window, outSize, values[c], &error)) {
+            mErrorText = error;
+            return false;
+        }
+        bool has = false;
+        const double value = mRaster->GetNoDataValue(plan.bands[c], &has);
+        noData[c] = {has, value};
+    }
+    const QImage image = colorize(plan, values, noData, outSize, cancel);
+    if (image.isNull())
+        return false;
+    painter->save();
+    painter->setRenderHint(QPainter::SmoothPixmapTransform, false);
+    painter->drawImage(target, image);
+    painter->restore();
+    return true;
+}
+
+QImage TZRasterLayerDrawer::colorize(const Plan& plan, const std::array<std::vector<double>, 4>& values,
+                                     const std::array<std::pair<bool, double>, 4>& noData, const QSize& size,
+                                     const TETrackCancel* cancel) const
+{
+    const auto* imageRender = dynamic_cast<const TEImageRender*>(mRender.get());
+    const auto* single = dynamic_cast<const TESingleBandImageRender*>(mRender.get());
+    const auto* multi = dynamic_cast<const TEMultiBandImageRender*>(mRender.get());
+    // Without a render, RGB composites are built by a default one: bytes as
+    // they are, other types through the percent clip worked out in the plan.
+    TEMultiBandImageRender fallback;
+    fallback.setStretchType(plan.clipped ? TEMultiBandImageRender::PercentClip : TEMultiBandImageRender::NoStretch);
+    fallback.setAlphaBandUse(false);
+    const TEMultiBandImageRender* composer = multi ? multi : &fallback;
+    const QRgb noDataRgb = imageRender ? imageRender->NodataRgb() : qRgba(0, 0, 0, 0);
+
+    QImage image(size, QImage::Format_ARGB32);
+    for (int y = 0; y < size.height(); ++y) {
+        if (cancel && cancel->IsCancelled())
+            return QImage();
+        auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
+        for (int x = 0; x < size.width(); ++x) {
+            const std::size_t k = static_cast<std::size_t>(y) * size.width() + x;
+            switch (plan.mode) {
+            case Mode::SingleBandRender: {
+                const double v = values[0][k];
+                line[x] = isNoData(v, noData[0]) ? noDataRgb : single->ColorOf(v);
+                break;
+            }
+            case Mode::StretchOneBand: {
+                const double v = values[0][k];
+                line[x] = isNoData(v, noData[0]) ? noDataRgb : TEMultiBandImageRender::StretchGrey(v, plan.low[0], plan.high[0]);
+                break;
+            }
+            case Mode::Palette: {
+                const double v = values[0][k];
+                const int index = static_cast<int>(v);
+                line[x] = (isNoData(v, noData[0]) || index < 0 || index >= mColorTable.size()) ? qRgba(0, 0, 0, 0)
+                                                                                             : mColorTable[index];
+                break;
+            }
+            case Mode::Composite: {
+                double pixel[4] = {0, 0, 0, 0};
+                bool missing = false;
+                for (int c = 0; c < 4; ++c) {
+                    if (plan.bands[c] <= 0)
+                        continue;
+                    pixel[c] = values[c][k];
+                    missing = missing || (c < 3 && isNoData(pixel[c], noData[c]));
+                }
+                line[x] = missing ? noDataRgb : composer->ComposeRgb(pixel, plan.low.data(), plan.high.data());
+                break;
+            }
+            }
+        }
+    }
+    return image;
+}
