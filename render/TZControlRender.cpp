@@ -1,6 +1,8 @@
 #include "TZControlRender.h"
 
 #include "TZRenderPanel.h"
+#include "TZRenderPanelSingleSymbol.h"
+#include "TZRenderPanelUniqueValues.h"
 #include "ui_TZControlRender.h"
 
 #include "data/TEFeatureLayer.h"
@@ -100,6 +102,8 @@ void TZControlRender::initRenderCatalog()
     // heat map, pie, histogram, stack, dot density, cluster, raster class,
     // raster stretch, raster unique, raster colour map, raster multi-band
     // stretch, raster RGB composite.
+    addRender(new TZRenderPanelSingleSymbol(this));
+    addRender(new TZRenderPanelUniqueValues(this));
 }
 
 void TZControlRender::addRender(TZRenderPanel* panel)

@@ -138,7 +138,7 @@ TERefPtr<TEFeatureLayer> memoryLayer(TELayer::LayerType type)
 {
     QString error;
     TERefPtr<TEMemoryFeatureLayer> layer = TEMemoryFeatureLayer::Create(
-        QStringLiteral("roads"), type, {{QStringLiteral("name"), TEField::FieldType(OFTString)}}, {}, &error);
+        QStringLiteral("roads"), type, {{QStringLiteral("name"), TEField::FT_String}}, {}, &error);
     if (!layer)
         qWarning() << error;
     return layer;
