@@ -1,8 +1,11 @@
 #include "renders/TEDiagramRender.h"
 
+#include "data/TEFeature.h"
 #include "renders/TEFileFunc.h"
 
 #include <QJsonArray>
+
+#include <cmath>
 
 namespace TZObjects {
 
@@ -37,6 +40,21 @@ std::vector<TEString> TEDiagramRender::GetUsedAttributes() const
 bool TEDiagramRender::FilterNeedsGeometry() const
 {
     return mBackground && mBackground->FilterNeedsGeometry();
+}
+
+bool TEDiagramRender::DrawDiagram(QPainter*, TEFeature*, const QPointF&) const
+{
+    return false;
+}
+
+std::vector<double> TEDiagramRender::ItemValues(TEFeature* feature) const
+{
+    std::vector<double> values;
+    for (const TERefPtr<TEDiagramRenderItem>& item : mItems) {
+        const double value = feature ? feature->GetValue(item->GetField()).GetDouble() : 0.0;
+        values.push_back(std::isfinite(value) && value > 0.0 ? value : 0.0);
+    }
+    return values;
 }
 
 void TEDiagramRender::AddItem(const TEString& field, const TEString& caption, const TERefPtr<TEStyle>& style)

@@ -3,7 +3,11 @@
 #include "renders/TEDiagramRenderItem.h"
 #include "renders/TEFeatureRender.h"
 
+#include <QPointF>
+
 #include <vector>
+
+class QPainter;
 
 namespace TZObjects {
 
@@ -33,11 +37,19 @@ public:
     bool IsShowLabel() const { return mShowLabel; }
     void SetShowLabel(bool show) { mShowLabel = show; }
 
+    // Draws the feature's diagram around anchor, the feature's centre in
+    // device pixels, over what the background render drew. False when the
+    // render draws no per-feature diagram or the feature gives it nothing
+    // to show.
+    virtual bool DrawDiagram(QPainter* painter, TEFeature* feature, const QPointF& anchor) const;
+
     void save(QJsonObject& json) const override;
     bool open(const QJsonObject& json, TEString* error = nullptr) override;
 
 protected:
     void VisitStyles(const StyleVisitor& visit) override;
+    // The items' field values of the feature, negative and missing values as 0.
+    std::vector<double> ItemValues(TEFeature* feature) const;
 
 private:
     std::vector<TERefPtr<TEDiagramRenderItem>> mItems;

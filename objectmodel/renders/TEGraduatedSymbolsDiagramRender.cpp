@@ -54,6 +54,12 @@ TERefPtr<TEStyle> TEGraduatedSymbolsDiagramRender::GetSymbolByFeature(TEFeature*
     return {};
 }
 
+bool TEGraduatedSymbolsDiagramRender::DrawDiagram(QPainter* painter, TEFeature* feature, const QPointF& anchor) const
+{
+    const TERefPtr<TEStyle> symbol = GetSymbolByFeature(feature);
+    return painter && symbol && symbol->DrawPoint(painter, anchor);
+}
+
 void TEGraduatedSymbolsDiagramRender::save(QJsonObject& json) const
 {
     TEDiagramRender::save(json);

@@ -31,6 +31,9 @@ public:
     // its value is null, not a number or in no class.
     TERefPtr<TEStyle> GetSymbolByFeature(TEFeature* feature) const;
 
+    // The feature's class symbol drawn as a point at the anchor.
+    bool DrawDiagram(QPainter* painter, TEFeature* feature, const QPointF& anchor) const override;
+
     void save(QJsonObject& json) const override;
     bool open(const QJsonObject& json, TEString* error = nullptr) override;
 

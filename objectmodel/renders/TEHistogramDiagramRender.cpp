@@ -1,6 +1,36 @@
 #include "renders/TEHistogramDiagramRender.h"
 
+#include <QPainter>
+#include <QPainterPath>
+
+#include <algorithm>
+
 namespace TZObjects {
+
+bool TEHistogramDiagramRender::DrawDiagram(QPainter* painter, TEFeature* feature, const QPointF& anchor) const
+{
+    const std::vector<double> values = ItemValues(feature);
+    const double largest = values.empty() ? 0.0 : *std::max_element(values.begin(), values.end());
+    if (!painter || largest <= 0.0)
+        return false;
+    // The width's unit type counts points as 0; styles count them as 4.
+    const int units = mUnitType == 0 ? TEStyle::Point : mUnitType;
+    const double width = TEStyle::SizeToPixels(mWidth, units, TEStyle::DeviceDpi(painter));
+    const double spread = width * double(values.size());
+    for (size_t i = 0; i < values.size(); ++i) {
+        const TERefPtr<TEStyle> style = GetItems()[i]->GetStyle();
+        const double length = values[i] / largest * mMaxHeight;
+        if (!style || length <= 0.0)
+            continue;
+        const double offset = double(i) * width - spread / 2.0;
+        const QRectF bar = mVertical ? QRectF(anchor.x() + offset, anchor.y() - length, width, length)
+                                     : QRectF(anchor.x(), anchor.y() + offset, length, width);
+        QPainterPath path;
+        path.addRect(bar);
+        style->DrawPolygon(painter, path);
+    }
+    return true;
+}
 
 TERefPtr<TEFeatureRender> TEHistogramDiagramRender::Clone() const
 {

@@ -22,6 +22,10 @@ public:
     bool IsVerticalDirection() const { return mVertical; }
     void SetVerticalDirection(bool vertical) { mVertical = vertical; }
 
+    // Bars side by side, the largest value max height pixels long; vertical
+    // bars grow up from the anchor, horizontal ones right.
+    bool DrawDiagram(QPainter* painter, TEFeature* feature, const QPointF& anchor) const override;
+
     void save(QJsonObject& json) const override;
     bool open(const QJsonObject& json, TEString* error = nullptr) override;
 

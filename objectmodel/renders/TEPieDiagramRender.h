@@ -18,6 +18,10 @@ public:
     double GetShadowThickness() const { return mShadowThickness; }
     void SetShadowThickness(double thickness) { mShadowThickness = thickness; }
 
+    // Slices in item order, clockwise from twelve o'clock, each as large as
+    // its share of the item values; radius in pixels.
+    bool DrawDiagram(QPainter* painter, TEFeature* feature, const QPointF& anchor) const override;
+
     void save(QJsonObject& json) const override;
     bool open(const QJsonObject& json, TEString* error = nullptr) override;
 

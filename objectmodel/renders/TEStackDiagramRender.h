@@ -16,6 +16,10 @@ public:
     int GetMaxHeight() const { return mMaxHeight; }
     void SetMaxHeight(int height) { mMaxHeight = height; }
 
+    // One bar of the given width and max height pixels, its segments in
+    // item order from the bottom, each as long as its share of the values.
+    bool DrawDiagram(QPainter* painter, TEFeature* feature, const QPointF& anchor) const override;
+
     void save(QJsonObject& json) const override;
     bool open(const QJsonObject& json, TEString* error = nullptr) override;
 

@@ -10,8 +10,13 @@
 #include "renders/TEPieDiagramRender.h"
 #include "renders/TERuleBasedSymbolRender.h"
 #include "renders/TESingleSymbolRender.h"
+#include "renders/TEStackDiagramRender.h"
+#include "symbology/TEStyleSimpleFill.h"
 #include "symbology/TEStyleMultiLayer.h"
 #include "symbology/TEStyleSystem.h"
+
+#include <QImage>
+#include <QPainter>
 
 using namespace TZObjects;
 using namespace RenderFixtures;
@@ -303,6 +308,54 @@ private Q_SLOTS:
         QCOMPARE(StyleFor(pie, a), QStringLiteral("#00ff00"));
         pie.SetBackgroundRender(&pie);
         QCOMPARE(pie.GetBackgroundRender().get(), static_cast<TEFeatureRender*>(background.get()));
+    }
+
+    void diagramsDrawTheirItemsShares()
+    {
+        auto fill = [](int r, int g, int b) {
+            auto style = MakeRef<TEStyleSimpleFill>();
+            style->SetColor(TEColor(r, g, b));
+            return style;
+        };
+        // pop 3 (red) and code 1 (blue): red takes three quarters clockwise
+        // from twelve o'clock, blue the top-left quarter.
+        Attributes a;
+        a.pop = 3;
+        a.code = 1;
+        TERefPtr<TEFeature> feature = MakeFeature(a);
+
+        TEPieDiagramRender pie;
+        pie.AddItem(L"pop", L"", fill(255, 0, 0));
+        pie.AddItem(L"code", L"", fill(0, 0, 255));
+        pie.SetRadius(40);
+        QImage image(100, 100, QImage::Format_ARGB32);
+        image.fill(Qt::white);
+        {
+            QPainter painter(&image);
+            QVERIFY(pie.DrawDiagram(&painter, feature.get(), QPointF(50, 50)));
+        }
+        QCOMPARE(image.pixel(30, 30), qRgb(0, 0, 255));
+        QCOMPARE(image.pixel(70, 70), qRgb(255, 0, 0));
+        QCOMPARE(image.pixel(70, 30), qRgb(255, 0, 0));
+        QCOMPARE(image.pixel(5, 5), qRgb(255, 255, 255));
+
+        // Segments of 3 and 1 in an 80-pixel bar: red 60 pixels, blue 20 above.
+        TEStackDiagramRender stack;
+        stack.AddItem(L"pop", L"", fill(255, 0, 0));
+        stack.AddItem(L"code", L"", fill(0, 0, 255));
+        stack.SetWidth(20);
+        stack.SetMaxHeight(80);
+        image.fill(Qt::white);
+        {
+            QPainter painter(&image);
+            QVERIFY(stack.DrawDiagram(&painter, feature.get(), QPointF(50, 90)));
+        }
+        QCOMPARE(image.pixel(50, 60), qRgb(255, 0, 0));
+        QCOMPARE(image.pixel(50, 20), qRgb(0, 0, 255));
+        QCOMPARE(image.pixel(50, 5), qRgb(255, 255, 255));
+
+        Attributes empty;
+        QVERIFY(!stack.DrawDiagram(nullptr, MakeFeature(empty).get(), QPointF()));
     }
 
     void replaceStyleSwapsEverySlotHoldingIt()
