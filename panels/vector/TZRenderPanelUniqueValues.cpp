@@ -1,0 +1,457 @@
+#include "TZRenderPanelUniqueValues.h"
+
+#include "TZControlRender.h"
+#include "TZDialogRotateByField.h"
+#include "TZModelUniqueValues.h"
+#include "TZSetupDialogDefautOutLineStyle.h"
+
+#include "ui_TZRenderPanelUniqueValues.h"
+
+#include "renders/TECategorizedSymbolRender.h"
+#include "symbology/TEColorRamp.h"
+#include "view/TEMapView.h"
+#include "view/TEMapViewManager.h"
+#include "widgets/TZStyleSelectorDialog.h"
+
+#include <QHeaderView>
+#include <QMessageBox>
+
+using namespace TZObjects;
+
+namespace {
+
+const QSize SymbolIconSize(32, 32);
+
+} // namespace
+
+TZRenderPanelUniqueValues::TZRenderPanelUniqueValues(QWidget* parent)
+    : TZRenderPanel(parent)
+    , mUi(std::make_unique<Ui::TZRenderPanelUniqueValues>())
+{
+    mUi->setupUi(this);
+    for (int unit = 0; unit < mUi->mComboBoxLineWidthUnit->count(); ++unit)
+        mUi->mComboBoxLineWidthUnit->setItemData(unit, unit);
+    mUi->mComboBoxLineWidthUnit->setCurrentIndex(mOutlineUnit);
+    mUi->mLineWidthBox->setSingleStep(0.1);
+    mUi->mLineWidthBox->setDecimals(2);
+    mUi->mLineWidthBox->setValue(mOutlineWidth);
+    mUi->mLineColorBtn->setColor(mOutlineColor.GetColor());
+    mUi->mComboBoxRamp->setDefaultGroup(QStringLiteral("Unique"), QStringLiteral("Default"));
+    mUi->mButtonUp->setEnabled(false);
+    mUi->mButtonDown->setEnabled(false);
+
+    mSupportLayerType.clear();
+    mSupportLayerType << TELayer::LT_Point << TELayer::LT_MultiPoint << TELayer::LT_Line << TELayer::LT_Polygon;
+}
+
+TZRenderPanelUniqueValues::~TZRenderPanelUniqueValues() = default;
+
+QString TZRenderPanelUniqueValues::name() const
+{
+    return QStringLiteral("UniqueValues");
+}
+
+QString TZRenderPanelUniqueValues::title() const
+{
+    return tr("Unique Values");
+}
+
+TEFeatureLayer* TZRenderPanelUniqueValues::featureLayer() const
+{
+    return dynamic_cast<TEFeatureLayer*>(TZControlRender::instance(nullptr)->layer());
+}
+
+void TZRenderPanelUniqueValues::createModel()
+{
+    mModel = new TZModelUniqueValues(this);
+    QTableView* table = mUi->mTableViewValues;
+    table->setModel(mModel);
+    table->setAlternatingRowColors(true);
+    table->setIconSize(SymbolIconSize);
+    table->horizontalHeader()->setFixedHeight(25);
+    table->setColumnWidth(0, 45);
+    table->setColumnWidth(1, 80);
+    table->setColumnWidth(2, 80);
+    table->setSelectionBehavior(QAbstractItemView::SelectRows);
+
+    connect(mUi->mComboBoxValueField, SIGNAL(currentIndexChanged(int)), this, SLOT(onFieldChanged(int)));
+    connect(mUi->mButtonAddAll, SIGNAL(clicked(bool)), this, SLOT(onAddAllValues()));
+    connect(mUi->mButtonAdd, SIGNAL(clicked(bool)), this, SLOT(onAddValue()));
+    connect(mUi->mButtonRemove, SIGNAL(clicked(bool)), this, SLOT(onDeleteValue()));
+    connect(mUi->mButtonRemoveAll, SIGNAL(clicked(bool)), this, SLOT(onDeleteAllValues()));
+    connect(mUi->mButtonUp, SIGNAL(clicked(bool)), this, SLOT(onRowUp()));
+    connect(mUi->mButtonDown, SIGNAL(clicked(bool)), this, SLOT(onRowDown()));
+    connect(table->selectionModel(), SIGNAL(selectionChanged(QItemSelection, QItemSelection)), this,
+            SLOT(onSelectionChanged(QItemSelection, QItemSelection)));
+    connect(table, SIGNAL(doubleClicked(QModelIndex)), this, SLOT(onItemDoubleClicked(QModelIndex)));
+    connect(mUi->mComboBoxRamp, SIGNAL(currentRampChanged()), this, SLOT(onColorRampChanged()));
+    connect(mUi->mLineWidthBox, SIGNAL(valueChanged(double)), this, SLOT(onColorRampChanged()));
+    connect(mUi->mLineColorBtn, SIGNAL(colorChanged(QRgb)), this, SLOT(onColorRampChanged()));
+    connect(mUi->mComboBoxLineWidthUnit, SIGNAL(currentIndexChanged(QString)), this,
+            SLOT(onOutLineWidthUnitChanged(QString)));
+    connect(mUi->mButtonRotate, SIGNAL(clicked(bool)), this, SLOT(onSetupRotation()));
+    connect(mUi->mButtonSetupDefault, SIGNAL(clicked(bool)), this, SLOT(onSetupDefault()));
+    // A reset drops the selection without announcing it; Up and Down follow.
+    connect(mModel, &QAbstractItemModel::modelReset, this,
+            [this] { onSelectionChanged(QItemSelection(), QItemSelection()); });
+}
+
+void TZRenderPanelUniqueValues::fillFieldCombo(TEFeatureLayer* layer)
+{
+    const QSignalBlocker blocker(mUi->mComboBoxValueField);
+    mUi->mComboBoxValueField->clear();
+    const TERefPtr<TEFields> fields = layer->GetFields();
+    if (!fields)
+        return;
+    // The first field is the feature id and is never offered.
+    for (int i = 1; i < fields->GetFieldCount(); ++i) {
+        const TERefPtr<TEField> field = fields->GetField(i);
+        if (!field || field->GetFieldType() == TEField::FT_Binary || field->IsSystemField() || field->IsGeoField())
+            continue;
+        mUi->mComboBoxValueField->addItem(field->GetName().toQString());
+    }
+}
+
+void TZRenderPanelUniqueValues::onReset()
+{
+    if (!isVisible())
+        return;
+    TEFeatureLayer* layer = featureLayer();
+    if (!layer || !layer->IsValid())
+        return;
+    const TERefPtr<TEFeatureLayer> held(layer);
+
+    const TELayer::LayerType type = layer->GetLayerType();
+    mUi->mButtonRotate->setVisible(type == TELayer::LT_Point || type == TELayer::LT_MultiPoint);
+
+    const bool firstLoad = !mModel;
+    if (firstLoad)
+        createModel();
+
+    fillFieldCombo(layer);
+
+    mModel->setLayer(layer, QString());
+    mUi->checkBox->setChecked(false);
+
+    const TERefPtr<TEFeatureRender> featureRender = layer->GetSymbolRender();
+    const TERefPtr<TECategorizedSymbolRender> render =
+        featureRender && featureRender->GetType() == TEString(L"UniqueValues")
+        ? featureRender.cast<TECategorizedSymbolRender>()
+        : nullptr;
+    if (render) {
+        mModel->setShowOtherValuesState(render->IsShowOtherValue() ? Qt::Checked : Qt::Unchecked);
+        const QString field = render->GetExpression().toQString();
+        {
+            const QSignalBlocker blocker(mUi->mComboBoxValueField);
+            mUi->mComboBoxValueField->setCurrentText(field);
+        }
+        mModel->setLayer(layer, field);
+        mModel->loadFromRender(render.get(), this);
+
+        const TECategorizedSymbolRender::OutLineInfo outline = render->GetOutLineInfo();
+        mOutlineColor = outline.color;
+        mOutlineUnit = outline.unit;
+        mOutlineWidth = outline.width;
+        mModel->setOutlineColor(outline.color);
+        mModel->setOutlineUnit(outline.unit);
+        mModel->setOutlineWidth(outline.width);
+        {
+            // Showing the stored outline must not recolour the loaded symbols.
+            const QSignalBlocker colorBlocker(mUi->mLineColorBtn);
+            const QSignalBlocker unitBlocker(mUi->mComboBoxLineWidthUnit);
+            const QSignalBlocker widthBlocker(mUi->mLineWidthBox);
+            mUi->mLineColorBtn->setColor(outline.color.GetColor());
+            mUi->mComboBoxLineWidthUnit->setCurrentIndex(outline.unit);
+            const bool points = outline.unit == 0;
+            mUi->mLineWidthBox->setSingleStep(points ? 1.0 : 0.1);
+            mUi->mLineWidthBox->setDecimals(points ? 0 : 2);
+            mUi->mLineWidthBox->setValue(outline.width);
+        }
+        mUi->checkBox->setChecked(render->PriorityRender());
+        mModel->setPriorityShown(mUi->checkBox->isChecked());
+        mModel->resetModel();
+    } else {
+        refreshPriorityColumns();
+        if (mUi->mComboBoxValueField->count() > 0)
+            onFieldChanged(0);
+        mModel->resetModel();
+    }
+
+    QTableView* table = mUi->mTableViewValues;
+    if (firstLoad) {
+        mSymbolColumnWidth = table->columnWidth(0);
+        mRowHeight = table->verticalHeader()->defaultSectionSize();
+    } else {
+        table->setColumnWidth(0, mSymbolColumnWidth);
+        table->verticalHeader()->setDefaultSectionSize(mRowHeight);
+    }
+}
+
+bool TZRenderPanelUniqueValues::onApply()
+{
+    TEFeatureLayer* layer = featureLayer();
+    if (!layer)
+        return false;
+    const TERefPtr<TEFeatureLayer> held(layer);
+
+    if (TEMapView* view = TEMapViewManager::GetInstance()->GetActivedMapView())
+        view->GetTrackCancel()->Cancel();
+
+    const QString field = mUi->mComboBoxValueField->currentText();
+    if (field.isEmpty() || !mModel)
+        return false;
+
+    const auto render = MakeRef<TECategorizedSymbolRender>(TEString(field));
+    render->EnablePriorityRender(mUi->checkBox->isChecked());
+    render->SetIsRotateByClockWise(mClockwise);
+    render->SetIsRotateByField(mRotateByField);
+    if (mRotateByField)
+        render->SetRotateField(TEString(mRotationField));
+    if (mRandomRotation)
+        render->SetRotateRandomRange(mRandomMinimum, mRandomMaximum);
+
+    for (int r = 0; r < mModel->rowCount(); ++r) {
+        const UniqueValueRow& row = mModel->row(r);
+        const QString value = r == 0 ? TZModelUniqueValues::AllOtherValues : row.value;
+        render->AddCategory(TEString(value), TEString(row.label), row.style, false, 0.0, 0.0);
+    }
+    render->SetIsShowOtherValue(mModel->showOtherValuesState() == Qt::Checked);
+
+    copyOutlineToModel();
+    TECategorizedSymbolRender::OutLineInfo outline;
+    outline.color = mModel->outlineColor();
+    outline.width = mModel->outlineWidth();
+    outline.unit = mModel->outlineUnit();
+    render->SetOutLineInfo(outline);
+
+    layer->SetSymbolRender(render);
+    return true;
+}
+
+void TZRenderPanelUniqueValues::onFieldChanged(int index)
+{
+    TEFeatureLayer* layer = featureLayer();
+    if (index >= 0 && layer && layer->IsValid() && mModel) {
+        const QString field = mUi->mComboBoxValueField->currentText();
+        const TERefPtr<TEFields> fields = layer->GetFields();
+        if (fields && fields->FindField(TEString(field)) >= 0)
+            mModel->setLayer(layer, field);
+    }
+    refreshPriorityColumns();
+}
+
+void TZRenderPanelUniqueValues::onAddAllValues()
+{
+    if (!mModel)
+        return;
+    mModel->addAllValues(mUi->mComboBoxRamp->currentColorRamp(), this);
+}
+
+void TZRenderPanelUniqueValues::onAddValue()
+{
+    if (!mModel)
+        return;
+    mModel->addValues(mUi->mComboBoxRamp->currentColorRamp(), name(), this);
+}
+
+void TZRenderPanelUniqueValues::onDeleteValue()
+{
+    const QList<int> rows = selectedRows();
+    if (rows.isEmpty()) {
+        QMessageBox::information(this, tr("Information"), tr("No items selected!"), QMessageBox::Ok);
+        return;
+    }
+    QList<int> valueRows = rows;
+    // The catch-all row stays: every category table starts with it.
+    valueRows.removeAll(0);
+    mModel->removeRowList(valueRows);
+}
+
+void TZRenderPanelUniqueValues::onDeleteAllValues()
+{
+    if (!mModel)
+        return;
+    mModel->clear();
+    refreshPriorityColumns();
+}
+
+void TZRenderPanelUniqueValues::onRowUp()
+{
+    const QList<int> rows = selectedRows();
+    if (rows.size() != 1 || rows.first() < 2)
+        return;
+    const int row = rows.first();
+    mModel->moveRowUp(row);
+    selectRow(row - 1);
+}
+
+void TZRenderPanelUniqueValues::onRowDown()
+{
+    const QList<int> rows = selectedRows();
+    if (rows.size() != 1 || rows.first() < 1 || rows.first() + 1 >= mModel->rowCount())
+        return;
+    const int row = rows.first();
+    mModel->moveRowDown(row);
+    selectRow(row + 1);
+}
+
+void TZRenderPanelUniqueValues::onSelectionChanged(const QItemSelection&, const QItemSelection&)
+{
+    const QList<int> rows = selectedRows();
+    bool up = false;
+    bool down = false;
+    if (rows.size() == 1 && mModel) {
+        const int row = rows.first();
+        up = row > 1;
+        down = row >= 1 && row + 1 < mModel->rowCount();
+    }
+    mUi->mButtonUp->setEnabled(up);
+    mUi->mButtonDown->setEnabled(down);
+}
+
+void TZRenderPanelUniqueValues::onItemDoubleClicked(const QModelIndex& index)
+{
+    if (!mModel || !index.isValid() || index.row() >= mModel->rowCount())
+        return;
+    TEStyle* chosen = selectStyle(mModel->row(index.row()).style.get());
+    if (!chosen)
+        return;
+    mModel->setRowStyle(index.row(), TERefPtr<TEStyle>(chosen));
+    fitSymbolColumn(SymbolIconSize);
+}
+
+void TZRenderPanelUniqueValues::fitSymbolColumn(const QSize& preview)
+{
+    QTableView* table = mUi->mTableViewValues;
+    table->setIconSize(preview);
+    mSymbolColumnWidth = std::max(table->columnWidth(0), preview.width() + 13);
+    mRowHeight = std::max(table->verticalHeader()->defaultSectionSize(), preview.height() + 4);
+    table->setColumnWidth(0, mSymbolColumnWidth);
+    table->verticalHeader()->setDefaultSectionSize(mRowHeight);
+}
+
+void TZRenderPanelUniqueValues::onColorRampChanged()
+{
+    const TEColorRamp* ramp = mUi->mComboBoxRamp->currentColorRamp();
+    if (!ramp || !mModel)
+        return;
+    if (!ramp->isValid()) {
+        refreshPriorityColumns();
+        return;
+    }
+    copyOutlineToModel();
+    const int rows = mModel->rowCount();
+    if (rows < 2)
+        return;
+    // As many colours as value rows (adding all values splits into one more).
+    mModel->recolorValueRows(ramp->split(rows - 1));
+    refreshPriorityColumns();
+}
+
+void TZRenderPanelUniqueValues::onOutLineWidthUnitChanged(const QString& unit)
+{
+    if (unit == tr("Point")) {
+        mUi->mLineWidthBox->setSingleStep(1.0);
+        mUi->mLineWidthBox->setDecimals(0);
+        mUi->mLineWidthBox->setValue(1.0);
+    } else {
+        mUi->mLineWidthBox->setSingleStep(0.1);
+        mUi->mLineWidthBox->setDecimals(2);
+    }
+    onColorRampChanged();
+}
+
+void TZRenderPanelUniqueValues::on_checkBox_clicked()
+{
+    refreshPriorityColumns();
+}
+
+void TZRenderPanelUniqueValues::on_checkBox_2_clicked()
+{
+    if (mModel)
+        mModel->setCountWhileCollecting(mUi->checkBox_2->isChecked());
+}
+
+void TZRenderPanelUniqueValues::onSetupDefault()
+{
+    TZSetupDialogDefautOutLineStyle dialog(this);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    double width = 0.0;
+    int unit = 0;
+    TEColor color;
+    dialog.getOutLineStyle(width, unit, color);
+    mOutlineWidth = width;
+    mOutlineUnit = unit;
+    mOutlineColor = color;
+    // The unit first: choosing "Point" resets the width box.
+    mUi->mComboBoxLineWidthUnit->setCurrentIndex(mUi->mComboBoxLineWidthUnit->findData(unit));
+    mUi->mLineWidthBox->setValue(width);
+    mUi->mLineColorBtn->setColor(color.GetColor());
+}
+
+void TZRenderPanelUniqueValues::onSetupRotation()
+{
+    TEFeatureLayer* layer = featureLayer();
+    if (!layer)
+        return;
+    TZDialogRotateByField dialog(layer, this);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    mClockwise = dialog.isClockwise();
+    switch (dialog.mode()) {
+    case TZDialogRotateByField::NoRotation:
+        mRotateByField = false;
+        break;
+    case TZDialogRotateByField::RandomRotation:
+        mRotateByField = true;
+        mRandomRotation = true;
+        mRandomMinimum = dialog.randomMinimum();
+        mRandomMaximum = dialog.randomMaximum();
+        mRotationField = QStringLiteral("<random>");
+        break;
+    default:
+        mRotateByField = true;
+        mRandomRotation = false;
+        mRotationField = dialog.field();
+        break;
+    }
+    TZControlRender::instance(nullptr)->onApply();
+}
+
+void TZRenderPanelUniqueValues::refreshPriorityColumns()
+{
+    if (mModel)
+        mModel->setPriorityShown(mUi->checkBox->isChecked());
+}
+
+void TZRenderPanelUniqueValues::copyOutlineToModel()
+{
+    if (!mModel)
+        return;
+    mOutlineColor = uint32_t(mUi->mLineColorBtn->getColor());
+    mOutlineUnit = mUi->mComboBoxLineWidthUnit->currentData().toInt();
+    mOutlineWidth = mUi->mLineWidthBox->value();
+    mModel->setOutlineColor(mOutlineColor);
+    mModel->setOutlineUnit(mOutlineUnit);
+    mModel->setOutlineWidth(mOutlineWidth);
+}
+
+QList<int> TZRenderPanelUniqueValues::selectedRows() const
+{
+    QList<int> rows;
+    if (!mModel)
+        return rows;
+    const QModelIndexList selected = mUi->mTableViewValues->selectionModel()->selectedRows();
+    for (const QModelIndex& index : selected)
+        rows.append(index.row());
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+void TZRenderPanelUniqueValues::selectRow(int row)
+{
+    QTableView* table = mUi->mTableViewValues;
+    table->clearSelection();
+    table->selectRow(row);
+}

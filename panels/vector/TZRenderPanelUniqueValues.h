@@ -1,0 +1,79 @@
+#pragma once
+
+#include "TZRenderPanel.h"
+
+#include "core/TEColor.h"
+#include "data/TEFeatureLayer.h"
+
+#include <QItemSelection>
+#include <QModelIndex>
+
+#include <memory>
+
+namespace Ui {
+class TZRenderPanelUniqueValues;
+}
+class TZModelUniqueValues;
+
+// The "Unique Values" page: each distinct value of one attribute field gets
+// its own symbol. The table lists the catch-all "<all other values>" row and
+// one row per value; values are collected from the layer, symbols coloured
+// from a ramp with a common outline. Apply sets a TECategorizedSymbolRender
+// on the layer.
+class TZRENDER_EXPORT TZRenderPanelUniqueValues : public TZRenderPanel
+{
+    Q_OBJECT
+public:
+    explicit TZRenderPanelUniqueValues(QWidget* parent = nullptr);
+    ~TZRenderPanelUniqueValues() override;
+
+    QString name() const override;
+    QString title() const override;
+    bool onApply() override;
+    void onReset() override;
+
+    // Created by the first load; null before.
+    TZModelUniqueValues* model() const { return mModel; }
+
+public Q_SLOTS:
+    void onFieldChanged(int index);
+    void onAddAllValues();
+    void onAddValue();
+    void onDeleteValue();
+    void onDeleteAllValues();
+    void onRowUp();
+    void onRowDown();
+    void onSelectionChanged(const QItemSelection& selected, const QItemSelection& deselected);
+    void onItemDoubleClicked(const QModelIndex& index);
+    void onColorRampChanged();
+    void onOutLineWidthUnitChanged(const QString& unit);
+    void onSetupRotation();
+    void on_checkBox_clicked();
+    void on_checkBox_2_clicked();
+    void onSetupDefault();
+
+private:
+    TZObjects::TEFeatureLayer* featureLayer() const;
+    void createModel();
+    void fillFieldCombo(TZObjects::TEFeatureLayer* layer);
+    void refreshPriorityColumns();
+    void copyOutlineToModel();
+    // Selected rows in ascending order.
+    QList<int> selectedRows() const;
+    void selectRow(int row);
+    void fitSymbolColumn(const QSize& preview);
+
+    std::unique_ptr<Ui::TZRenderPanelUniqueValues> mUi;
+    TZModelUniqueValues* mModel = nullptr;
+    double mOutlineWidth = 0.25;
+    int mOutlineUnit = 1;
+    TZObjects::TEColor mOutlineColor = TZObjects::TEColor(185, 185, 185);
+    bool mRotateByField = false;
+    bool mRandomRotation = false;
+    double mRandomMinimum = 0.0;
+    double mRandomMaximum = 360.0;
+    QString mRotationField;
+    bool mClockwise = true;
+    int mSymbolColumnWidth = 0;
+    int mRowHeight = 0;
+};
