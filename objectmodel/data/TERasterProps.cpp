@@ -102,6 +102,24 @@ double TERasterProps::GetNoDataValue(int band, bool* hasNoData) const
     return has ? value : 0.0;
 }
 
+bool TERasterProps::GetColorTable(int band, std::vector<QRgb>& entries) const
+{
+    QMutexLocker lock(&mMutex);
+    entries.clear();
+    GDALRasterBandH handle = Band(band);
+    GDALColorTableH table = handle ? GDALGetRasterColorTable(handle) : nullptr;
+    if (!table)
+        return false;
+    const int count = GDALGetColorEntryCount(table);
+    entries.reserve(size_t(count));
+    for (int i = 0; i < count; ++i) {
+        GDALColorEntry rgb;
+        GDALGetColorEntryAsRGB(table, i, &rgb);
+        entries.push_back(qRgba(rgb.c1, rgb.c2, rgb.c3, rgb.c4));
+    }
+    return true;
+}
+
 std::array<double, 6> TERasterProps::GetGeoTransform() const
 {
     QMutexLocker lock(&mMutex);

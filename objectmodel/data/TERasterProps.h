@@ -3,6 +3,7 @@
 #include "core/TERefBase.h"
 #include "core/TERefPtr.h"
 
+#include <QColor>
 #include <QMutex>
 #include <QRect>
 #include <QSize>
@@ -51,6 +52,10 @@ public:
 
     // The band's no-data value; hasNoData tells whether it has one.
     double GetNoDataValue(int band, bool* hasNoData = nullptr) const;
+
+    // The band's colour table as packed 0xAARRGGBB entries, indexed by pixel
+    // value; false when the band has none.
+    bool GetColorTable(int band, std::vector<QRgb>& entries) const;
 
     // The six GDAL geo-transform coefficients (identity when none is set).
     std::array<double, 6> GetGeoTransform() const;

@@ -16,10 +16,16 @@ TERefPtr<TEImageRenderInfo> TEImageColormapRenderInfo::Clone() const
 
 bool TEImageColormapRenderInfo::AddFromRaster(TERasterProps* raster, int band, TEString* error)
 {
-    // TERasterProps does not hand out a band's colour table yet.
-    Q_UNUSED(raster);
-    SetError(error, QStringLiteral("The colour table of band %1 cannot be read").arg(band));
-    return false;
+    std::vector<QRgb> table;
+    if (!raster || !raster->GetColorTable(band, table)) {
+        SetError(error, QStringLiteral("Band %1 has no colour table").arg(band));
+        return false;
+    }
+    mColors.clear();
+    mColors.reserve(table.size());
+    for (QRgb entry : table)
+        mColors.emplace_back(qRed(entry), qGreen(entry), qBlue(entry), qAlpha(entry));
+    return true;
 }
 
 QRgb TEImageColormapRenderInfo::ColorOf(double value) const
