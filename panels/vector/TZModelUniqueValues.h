@@ -4,14 +4,15 @@
 #include "UniqueValueRow.h"
 
 #include "core/TEColor.h"
-#include "symbology/TEColorRampContainer.h"
 #include "data/TEFeatureLayer.h"
+#include "symbology/TEColorRampContainer.h"
 
 #include <QAbstractListModel>
 #include <QHash>
 #include <QMutex>
 #include <QStringList>
 
+#include <functional>
 #include <vector>
 
 namespace TZObjects {

@@ -16,6 +16,8 @@
 #include <QHeaderView>
 #include <QMessageBox>
 
+#include <algorithm>
+
 using namespace TZObjects;
 
 namespace {

@@ -1,3 +1,4 @@
+#include "ModalAnswer.h"
 #include "TestRegistry.h"
 #include "VectorFixtures.h"
 
@@ -11,6 +12,9 @@
 #include "symbology/TEStyleSimplePoint.h"
 
 #include <QAbstractItemModelTester>
+#include <QLineEdit>
+#include <QListView>
+#include <QPushButton>
 #include <QTemporaryDir>
 
 #include <memory>
@@ -267,6 +271,37 @@ private Q_SLOTS:
         QCOMPARE(fromFile.rowCount(), 38);
         QCOMPARE(column(fromFile, 1), column(fromScan, 1));
         QCOMPARE(counts(fromFile), counts(fromScan));
+    }
+
+    void addValuesAppendsTheChosenAndTypedValues()
+    {
+        auto layer = VectorFixtures::makeLayer(TELayer::LT_Point, Cities);
+        TZModelUniqueValues& model = watchedModel();
+        model.setLayer(layer.get(), QStringLiteral("name"));
+        QStringList offered;
+        ModalAnswer answer("TZDialogAddValueToUniqueValue", [&offered](QWidget* dialog) {
+            auto* list = dialog->findChild<QListView*>("mListViewValues");
+            for (int r = 0; r < list->model()->rowCount(); ++r)
+                offered << list->model()->index(r, 0).data().toString();
+            dialog->findChild<QLineEdit*>("mLineEditNewValue")->setText(QStringLiteral("Narvik"));
+            dialog->findChild<QPushButton*>("mButtonAddNewValue")->click();
+            const int last = list->model()->rowCount() - 1;
+            list->selectionModel()->select(list->model()->index(last, 0), QItemSelectionModel::Select);
+            list->selectionModel()->select(list->model()->index(offered.indexOf("Bergen"), 0),
+                                           QItemSelectionModel::Select);
+            dialog->findChild<QPushButton*>("mButtonOk")->click();
+        });
+        model.addValues(VectorFixtures::redToBlue().get(), QStringLiteral("UniqueValues"), nullptr);
+        QVERIFY(answer.answered());
+
+        offered.sort();
+        QCOMPARE(offered, (QStringList{QStringLiteral("Bergen"), QStringLiteral("Oslo"), QStringLiteral("Tromso")}));
+        QCOMPARE(column(model, 1).mid(1), (QStringList{QStringLiteral("Narvik"), QStringLiteral("Bergen")}));
+        // One row before, two chosen: colours 1 and 2 of a three-colour split.
+        QCOMPARE(rowColor(model, 1), 0xFF800080u);
+        QCOMPARE(rowColor(model, 2), 0xFF0000FFu);
+        QCOMPARE(model.row(1).count, 0);
+        QCOMPARE(model.row(2).count, -1);
     }
 
     void mergeAddsCountAndKeepsLabel()
