@@ -7,6 +7,7 @@
 #include <ogr_api.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <cmath>
 #include <limits>
 #include <memory>
@@ -145,9 +146,9 @@ TZSampleDataGenerator::TZSampleDataGenerator(std::string outDir, std::uint64_t s
 bool TZSampleDataGenerator::generate(std::string* error)
 {
     GDALAllRegister();
-    VSIMkdirRecursive(mOutDir.c_str(), 0755);
-    VSIStatBufL stat;
-    if (VSIStatL(mOutDir.c_str(), &stat) != 0 || !VSI_ISDIR(stat.st_mode))
+    std::error_code ec;
+    std::filesystem::create_directories(mOutDir, ec);
+    if (!std::filesystem::is_directory(mOutDir, ec))
         return fail(error, "cannot create the folder " + mOutDir);
 
     mRandom = TZSampleRandom(mSeed);
@@ -675,7 +676,8 @@ bool TZSampleDataGenerator::writeRasters(std::string* error)
 
     // Elevation tiles for a raster directory layer.
     const std::string tiles = joinPath(mOutDir, TilesFolderName);
-    VSIMkdir(tiles.c_str(), 0755);
+    std::error_code ec;
+    std::filesystem::create_directories(tiles, ec);
     const int tileW = RasterWidth / TileColumns;
     const int tileH = RasterHeight / TileRows;
     std::vector<float> tile(static_cast<std::size_t>(tileW) * tileH);

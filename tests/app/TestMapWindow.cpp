@@ -1,0 +1,232 @@
+#include "TestRegistry.h"
+
+#include "AppFixture.h"
+#include "TZLayerTree.h"
+#include "TZMapCanvas.h"
+#include "TZMapWindow.h"
+
+#include "TZControlRender.h"
+#include "data/TEFeatureLayer.h"
+#include "renders/TECategorizedSymbolRender.h"
+#include "renders/TESingleSymbolRender.h"
+#include "symbology/TEStyleSimpleFill.h"
+#include "view/TEMapViewManager.h"
+
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTimer>
+
+using namespace TZObjects;
+
+namespace {
+
+// Answers the next modal message box with the given button; the flag tells
+// whether one came up.
+void answerNextMessageBox(QMessageBox::StandardButton button, bool* asked)
+{
+    QTimer::singleShot(50, [button, asked] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (!box)
+            return;
+        *asked = true;
+        box->button(button)->click();
+    });
+}
+
+TERefPtr<TEStyle> fill(const QColor& color)
+{
+    auto style = MakeRef<TEStyleSimpleFill>();
+    style->SetColor(TEColor(color.red(), color.green(), color.blue()));
+    return style;
+}
+
+} // namespace
+
+// The main window, its canvas and the dock working together as a user sees them.
+class TestMapWindow : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        QVERIFY(mDir.isValid());
+        mVectors = AppFixture::writeVectors(mDir.path());
+        QVERIFY(!mVectors.isEmpty());
+    }
+
+    void viewportZoomKeepsTheAnchorAndReportsTheScale()
+    {
+        const TZMapViewport view(QSize(400, 200), QPointF(100, 50), 0.5);
+        QCOMPARE(view.toMap(QPointF(0, 0)), QPointF(0, 100));
+        const TZMapViewport zoomed = view.zoomedAt(QPointF(100, 50), 2.0);
+        QCOMPARE(zoomed.toMap(QPointF(100, 50)), view.toMap(QPointF(100, 50)));
+        QCOMPARE(zoomed.unitsPerPixel(), 0.25);
+        // One metre per pixel at 96 dpi is 1 : 3779.5.
+        const TZMapViewport metre(QSize(10, 10), QPointF(), 1.0);
+        QVERIFY(qAbs(metre.scale() - 3779.527559) < 1e-3);
+    }
+
+    void canvasIsTheActiveMapViewAndDrawsOffTheGuiThread()
+    {
+        TZMapCanvas canvas;
+        QCOMPARE(TEMapViewManager::GetInstance()->GetActivedMapView(), static_cast<TEMapView*>(&canvas));
+        canvas.resize(400, 200);
+        TERefPtr<TEFeatureLayer> squares = TEFeatureLayer::Open(mVectors, QStringLiteral("squares"));
+        squares->SetSymbolRender(MakeRef<TESingleSymbolRender>(fill(Qt::red)));
+        QSignalSpy finished(&canvas, &TZMapCanvas::drawingFinished);
+        canvas.setLayers({squares});
+        canvas.setViewport(AppFixture::squaresViewport());
+        QVERIFY(canvas.ContainsLayer(squares.get()));
+        QVERIFY(canvas.isDrawing());
+        QVERIFY(finished.wait(10000));
+        while (canvas.isDrawing())
+            QVERIFY(finished.wait(10000));
+        QVERIFY(finished.last().at(0).toBool());
+        QCOMPARE(AppFixture::colorAt(canvas.mapImage(), canvas.viewport(), {50, 50}), QColor(Qt::red));
+    }
+
+    void canvasDrawsAgainWhenTheDockAsks()
+    {
+        TZMapWindow window;
+        QCOMPARE(window.openPaths({mVectors}), 2);
+        TZMapCanvas* canvas = window.canvas();
+        canvas->resize(400, 200);
+        canvas->setViewport(AppFixture::squaresViewport());
+        waitForDrawing(canvas);
+        TELayer* squares = layerNamed(window, QStringLiteral("squares"));
+        static_cast<TEFeatureLayer*>(squares)->SetSymbolRender(MakeRef<TESingleSymbolRender>(fill(Qt::blue)));
+        Q_EMIT TZControlRender::instance(nullptr)->refreshMap();
+        waitForDrawing(canvas);
+        // Away from the spot drawn over the square.
+        QCOMPARE(AppFixture::colorAt(canvas->mapImage(), canvas->viewport(), {170, 80}), QColor(Qt::blue));
+        window.setWindowModified(false);
+    }
+
+    void selectingALayerHandsItToTheDockAndRemovingItClearsTheDock()
+    {
+        TZMapWindow window;
+        window.show();
+        window.openPaths({mVectors});
+        TZControlRender* dock = TZControlRender::instance(nullptr);
+        TELayer* squares = layerNamed(window, QStringLiteral("squares"));
+        window.selectLayer(squares->GetGuidStr().toQString());
+        QCOMPARE(dock->layer(), squares);
+        QVERIFY(dock->isVisible());
+
+        window.layerTree()->setCurrentItem(window.layerTree()->itemOf(squares->GetGuidStr().toQString()));
+        const QString guid = squares->GetGuidStr().toQString();
+        QAction* remove = findAction(window, QStringLiteral("&Remove Layer"));
+        QVERIFY(remove);
+        QVERIFY(remove->isEnabled());
+        remove->trigger();
+        QVERIFY(!window.layerTree()->itemOf(guid));
+        QCOMPARE(window.canvas()->layers().size(), std::size_t(1));
+        // The next layer in the list becomes current and goes to the dock.
+        TELayer* spots = layerNamed(window, QStringLiteral("spots"));
+        QCOMPARE(dock->layer(), spots);
+
+        remove->trigger();
+        QVERIFY(!dock->layer());
+        QVERIFY(dock->isHidden());
+        QVERIFY(window.canvas()->layers().empty());
+        window.setWindowModified(false);
+    }
+
+    void symbolChangeShowsTheLegendUnderTheLayer()
+    {
+        TZMapWindow window;
+        window.openPaths({mVectors});
+        auto* squares = static_cast<TEFeatureLayer*>(layerNamed(window, QStringLiteral("squares")));
+        auto render = MakeRef<TECategorizedSymbolRender>(TEString(L"landuse"));
+        render->AddCategory(L"Forest", L"Woodland", fill(Qt::green));
+        render->AddCategory(L"Water", TEString(), fill(Qt::blue));
+        squares->SetSymbolRender(render);
+        Q_EMIT TZControlRender::instance(nullptr)->symbolChanged(squares->GetGuidStr().toQString());
+
+        QTreeWidgetItem* item = window.layerTree()->itemOf(squares->GetGuidStr().toQString());
+        QCOMPARE(item->childCount(), 2);
+        QCOMPARE(item->child(0)->text(0), QStringLiteral("Woodland"));
+        // Without a label the value names the class.
+        QCOMPARE(item->child(1)->text(0), QStringLiteral("Water"));
+        QVERIFY(!item->child(0)->icon(0).isNull());
+        QVERIFY(window.isWindowModified());
+        window.setWindowModified(false);
+    }
+
+    void closingWithUnsavedChangesAsksFirst()
+    {
+        TZMapWindow window;
+        window.show();
+        window.openPaths({mVectors});
+        QVERIFY(window.isWindowModified());
+
+        bool asked = false;
+        answerNextMessageBox(QMessageBox::Cancel, &asked);
+        QVERIFY(!window.close());
+        QVERIFY(asked);
+        QVERIFY(window.isVisible());
+
+        asked = false;
+        answerNextMessageBox(QMessageBox::Discard, &asked);
+        QVERIFY(window.close());
+        QVERIFY(asked);
+    }
+
+    void projectSavedFromTheWindowReopensWithItsOrder()
+    {
+        const QString path = mDir.filePath(QStringLiteral("window.tzmap"));
+        QStringList names;
+        {
+            TZMapWindow window;
+            window.openPaths({mVectors});
+            window.layerTree()->setLayerVisible(layerNamed(window, QStringLiteral("spots"))->GetGuidStr().toQString(), false);
+            for (const auto& layer : window.layerTree()->layers())
+                names << layer->GetLayerName().toQString();
+            QVERIFY(window.saveProject(path));
+            QVERIFY(!window.isWindowModified());
+        }
+        TZMapWindow reopened;
+        QVERIFY(reopened.openProject(path));
+        QStringList reopenedNames;
+        for (const auto& layer : reopened.layerTree()->layers())
+            reopenedNames << layer->GetLayerName().toQString();
+        QCOMPARE(reopenedNames, names);
+        QVERIFY(!reopened.layerTree()->isLayerVisible(layerNamed(reopened, QStringLiteral("spots"))->GetGuidStr().toQString()));
+        QVERIFY(!reopened.isWindowModified());
+    }
+
+private:
+    static void waitForDrawing(TZMapCanvas* canvas)
+    {
+        QSignalSpy finished(canvas, &TZMapCanvas::drawingFinished);
+        while (canvas->isDrawing())
+            QVERIFY(finished.wait(10000));
+    }
+
+    static TELayer* layerNamed(const TZMapWindow& window, const QString& name)
+    {
+        for (const auto& layer : window.layerTree()->layers()) {
+            if (layer->GetLayerName().toQString() == name)
+                return layer.get();
+        }
+        return nullptr;
+    }
+
+    static QAction* findAction(const TZMapWindow& window, const QString& text)
+    {
+        for (QAction* action : window.findChildren<QAction*>()) {
+            if (action->text() == text)
+                return action;
+        }
+        return nullptr;
+    }
+
+    QTemporaryDir mDir;
+    QString mVectors;
+};
+
+TZ_REGISTER_TEST(TestMapWindow)
+#include "TestMapWindow.moc"
