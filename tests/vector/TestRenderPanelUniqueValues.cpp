@@ -263,7 +263,10 @@ private Q_SLOTS:
         // Scramble the page, then load the render back.
         child<QPushButton>(panel, "mButtonRemoveAll")->click();
         child<QComboBox>(panel, "mComboBoxLineWidthUnit")->setCurrentIndex(1);
-        panel->onReset();
+        // The dock finds the page by the render's type and has it load.
+        mDock->findChild<QComboBox*>("mComboBoxRenderStyle")->setCurrentIndex(0);
+        mDock->showLayerStyle();
+        QCOMPARE(mDock->findChild<QComboBox*>("mComboBoxRenderStyle")->currentText(), panel->title());
 
         QCOMPARE(model->rowCount(), 4);
         QList<RowText> loaded = rowTexts(model);
