@@ -27,14 +27,9 @@ std::unique_ptr<TZLayerDrawer> TZLayerDrawer::makeDrawer(TELayer* layer)
                                                       render ? TERefPtr<TEStyle>() : features->GetDefaultStyle());
     }
     if (auto* raster = dynamic_cast<TERasterLayer*>(layer)) {
-        return std::make_unique<TZRasterLayerDrawer>(raster->GetRaster(), raster->GetImageRender().get(),
-                                                     TZRasterLayerDrawer::readColorTable(raster->GetSource()));
+        return std::make_unique<TZRasterLayerDrawer>(raster->GetRaster(), raster->GetImageRender().get());
     }
-    if (auto* mosaic = dynamic_cast<TERasterDirLayer*>(layer)) {
-        const QStringList files = mosaic->GetFiles();
-        return std::make_unique<TZRasterLayerDrawer>(mosaic->GetRaster(), mosaic->GetImageRender().get(),
-                                                     files.isEmpty() ? QVector<QRgb>()
-                                                                     : TZRasterLayerDrawer::readColorTable(files.first()));
-    }
+    if (auto* mosaic = dynamic_cast<TERasterDirLayer*>(layer))
+        return std::make_unique<TZRasterLayerDrawer>(mosaic->GetRaster(), mosaic->GetImageRender().get());
     return nullptr;
 }

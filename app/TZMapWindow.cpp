@@ -392,12 +392,13 @@ void TZMapWindow::onShowSymbology()
     TELayer* layer = mLayerTree->currentLayer();
     if (!layer)
         return;
+    // Shown first: a hidden panel ignores the reset that loads the render.
+    mRenderDock->show();
+    mRenderDock->raise();
     if (mRenderDock->layer() != layer) {
         mRenderDock->setLayer(layer);
         mRenderDock->showLayerStyle();
     }
-    mRenderDock->show();
-    mRenderDock->raise();
 }
 
 void TZMapWindow::onAbout()

@@ -27,31 +27,12 @@ bool isNoData(double value, const std::pair<bool, double>& noData)
 
 } // namespace
 
-TZRasterLayerDrawer::TZRasterLayerDrawer(TERefPtr<TERasterProps> raster, const TEImageRender* render,
-                                         QVector<QRgb> colorTable)
+TZRasterLayerDrawer::TZRasterLayerDrawer(TERefPtr<TERasterProps> raster, const TEImageRender* render)
     : mRaster(std::move(raster))
     , mRender(render ? render->CloneRender() : TERefPtr<TERender>())
-    , mColorTable(std::move(colorTable))
 {
-}
-
-QVector<QRgb> TZRasterLayerDrawer::readColorTable(const QString& path)
-{
-    QVector<QRgb> table;
-    GDALDatasetH ds = GDALOpenEx(path.toUtf8().constData(), GDAL_OF_RASTER | GDAL_OF_READONLY, nullptr, nullptr, nullptr);
-    if (!ds)
-        return table;
-    if (GDALGetRasterCount(ds) >= 1) {
-        GDALColorTableH colors = GDALGetRasterColorTable(GDALGetRasterBand(ds, 1));
-        const int count = colors ? GDALGetColorEntryCount(colors) : 0;
-        for (int i = 0; i < count; ++i) {
-            GDALColorEntry entry;
-            GDALGetColorEntryAsRGB(colors, i, &entry);
-            table.push_back(qRgba(entry.c1, entry.c2, entry.c3, entry.c4));
-        }
-    }
-    GDALClose(ds);
-    return table;
+    if (mRaster)
+        mRaster->GetColorTable(1, mColorTable);
 }
 
 bool TZRasterLayerDrawer::percentClip(int band, double lowPercent, double highPercent, double& low, double& high) const
@@ -107,7 +88,7 @@ TZRasterLayerDrawer::Plan TZRasterLayerDrawer::makePlan() const
         }
         if (multi->getStretchType() == TEMultiBandImageRender::PercentClip)
             clipAll(multi->getStretchMin(), multi->getStretchMax());
-    } else if (bandCount == 1 && !mColorTable.isEmpty()) {
+    } else if (bandCount == 1 && !mColorTable.empty()) {
         plan.mode = Mode::Palette;
     } else if (bandCount >= 3) {
         plan.mode = Mode::Composite;
@@ -229,7 +210,7 @@ QImage TZRasterLayerDrawer::colorize(const Plan& plan, const std::array<std::vec
             case Mode::Palette: {
                 const double v = values[0][k];
                 const int index = static_cast<int>(v);
-                line[x] = (isNoData(v, noData[0]) || index < 0 || index >= mColorTable.size()) ? qRgba(0, 0, 0, 0)
+                line[x] = (isNoData(v, noData[0]) || index < 0 || index >= static_cast<int>(mColorTable.size())) ? qRgba(0, 0, 0, 0)
                                                                                              : mColorTable[index];
                 break;
             }

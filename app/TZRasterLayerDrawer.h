@@ -7,7 +7,6 @@
 #include "renders/TEImageRender.h"
 
 #include <QImage>
-#include <QVector>
 
 #include <array>
 
@@ -21,15 +20,10 @@
 class TZRasterLayerDrawer : public TZLayerDrawer
 {
 public:
-    // render may be null; the drawer keeps its own copy. colorTable is the
-    // first band's palette (empty when it has none).
-    TZRasterLayerDrawer(TZObjects::TERefPtr<TZObjects::TERasterProps> raster, const TZObjects::TEImageRender* render,
-                        QVector<QRgb> colorTable);
+    // render may be null; the drawer keeps its own copy.
+    TZRasterLayerDrawer(TZObjects::TERefPtr<TZObjects::TERasterProps> raster, const TZObjects::TEImageRender* render);
 
     bool draw(QPainter* painter, const TZMapViewport& viewport, const TZObjects::TETrackCancel* cancel) override;
-
-    // The palette of a raster file's first band, empty when it has none.
-    static QVector<QRgb> readColorTable(const QString& path);
 
 private:
     // How pixels become colours for this drawing.
@@ -54,5 +48,5 @@ private:
 
     TZObjects::TERefPtr<TZObjects::TERasterProps> mRaster;
     TZObjects::TERefPtr<TZObjects::TERender> mRender;
-    QVector<QRgb> mColorTable;
+    std::vector<QRgb> mColorTable;  // the first band's palette, if any
 };

@@ -79,7 +79,8 @@ int main(int argc, char** argv)
     if (!snapshotMode)
         return app.exec();
 
-    QApplication::processEvents();
+    // Zoom once the docks have taken their room, then let the map draw.
+    waitForDrawing(window, 120000);
     window.canvas()->zoomToAll();
     if (!waitForDrawing(window, 120000)) {
         std::fprintf(stderr, "tzmap: the map did not finish drawing in time\n");

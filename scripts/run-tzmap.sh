@@ -8,18 +8,14 @@ build=${TZ_BUILD_DIR:-$root/build}
 data=$root/sample-data
 
 bash "$root/scripts/install-deps.sh"
-bash "$root/scripts/build.sh" tzmap tzmap-sampledata
+bash "$root/scripts/build.sh" --target tzmap tzmap-sampledata
 
-if [ ! -f "$data/sample.gpkg" ] || [ ! -d "$data/tiles" ]; then
+if [ ! -f "$data/sample.tzmap" ] || [ ! -f "$data/sample.gpkg" ]; then
   "$build/bin/tzmap-sampledata" "$data"
 fi
 
-args=(
-  "$data/elevation.tif"
-  "$data/landcover.tif"
-  "$data/sample.gpkg"
-  --select regions
-)
+# The sample project opens every sample layer with its symbology.
+args=("$data/sample.tzmap" --select regions)
 
 if [ -n "${DISPLAY:-}" ]; then
   exec "$build/bin/tzmap" "${args[@]}" "$@"

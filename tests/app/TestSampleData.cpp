@@ -1,6 +1,10 @@
 #include "TestRegistry.h"
 
+#include "TZMapProject.h"
 #include "TZSampleDataGenerator.h"
+#include "TZSampleProjectWriter.h"
+
+#include "renders/TECategorizedSymbolRender.h"
 
 #include <QDir>
 #include <QSet>
@@ -246,6 +250,40 @@ private Q_SLOTS:
             QVERIFY(!OGR_L_GetNextFeature(b));
         }
         GDALClose(other);
+    }
+
+    void sampleProjectOpensEveryLayerWithItsCategories()
+    {
+        QString error;
+        QVERIFY2(TZSampleProjectWriter::write(mDir.path(), &error), qPrintable(error));
+        std::vector<TZMapProject::LayerState> layers;
+        TZMapViewport view;
+        QStringList warnings;
+        QVERIFY2(TZMapProject::open(path(TZSampleProjectWriter::ProjectName), layers, view, &warnings, &error),
+                 qPrintable(error));
+        QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join('\n')));
+        QCOMPARE(layers.size(), std::size_t(7));
+
+        const std::map<QString, std::pair<QString, std::vector<std::string>>> expected = {
+            {"regions", {"landuse", TZSampleDataGenerator::LandUseClasses()}},
+            {"places", {"place_type", TZSampleDataGenerator::PlaceTypes()}},
+            {"roads", {"road_class", TZSampleDataGenerator::RoadClasses()}}};
+        int categorized = 0;
+        for (const TZMapProject::LayerState& state : layers) {
+            const auto found = expected.find(state.layer->GetLayerName().toQString());
+            if (found == expected.end())
+                continue;
+            auto render = state.layer->GetRender().cast<TZObjects::TECategorizedSymbolRender>();
+            QVERIFY(render);
+            QCOMPARE(render->GetExpression().toQString(), found->second.first);
+            QSet<QString> values;
+            for (int i = 0; i < render->GetItemCount(); ++i)
+                values.insert(render->GetCategoryRenderItem(i)->GetValue().toQString());
+            QVERIFY(values.contains(toSet(found->second.second)));
+            QVERIFY(state.visible);
+            ++categorized;
+        }
+        QCOMPARE(categorized, 3);
     }
 
 private:
