@@ -97,7 +97,7 @@ TZMapWindow::TZMapWindow(QWidget* parent)
 
 TZMapWindow::~TZMapWindow()
 {
-    // The dock outlives no layer list: it is a child of this window.
+    // The dock is shared; it must not keep this window's layer alive.
     mRenderDock->setLayer(nullptr);
 }
 

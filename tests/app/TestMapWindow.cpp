@@ -88,6 +88,31 @@ private Q_SLOTS:
         QCOMPARE(AppFixture::colorAt(canvas.mapImage(), canvas.viewport(), {50, 50}), QColor(Qt::red));
     }
 
+    void draggingPansAndTheWheelZoomsAroundTheCursor()
+    {
+        TZMapCanvas canvas;
+        canvas.resize(400, 200);
+        canvas.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&canvas));
+        canvas.setViewport(AppFixture::squaresViewport());
+        const QPointF before = canvas.viewport().centre();
+        QTest::mousePress(&canvas, Qt::LeftButton, Qt::NoModifier, QPoint(200, 100));
+        QMouseEvent move(QEvent::MouseMove, QPointF(240, 80), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&canvas, &move);
+        QTest::mouseRelease(&canvas, Qt::LeftButton, Qt::NoModifier, QPoint(240, 80));
+        // 40 pixels right and 20 up at half a unit per pixel.
+        QCOMPARE(canvas.viewport().centre(), before + QPointF(-20.0, -10.0));
+
+        const QPointF anchor(300, 50);
+        const QPointF mapUnderCursor = canvas.viewport().toMap(anchor);
+        QWheelEvent wheel(anchor, canvas.mapToGlobal(anchor.toPoint()), QPoint(), QPoint(0, 120), Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&canvas, &wheel);
+        QVERIFY(canvas.viewport().unitsPerPixel() < 0.5);
+        const QPointF after = canvas.viewport().toMap(anchor);
+        QVERIFY(qAbs(after.x() - mapUnderCursor.x()) < 1e-9 && qAbs(after.y() - mapUnderCursor.y()) < 1e-9);
+    }
+
     void canvasDrawsAgainWhenTheDockAsks()
     {
         TZMapWindow window;
