@@ -1,4 +1,5 @@
 #include "TestRegistry.h"
+#include "ModalAnswer.h"
 
 #include "AppFixture.h"
 #include "TZLayerTree.h"
@@ -21,19 +22,6 @@
 using namespace TZObjects;
 
 namespace {
-
-// Answers the next modal message box with the given button; the flag tells
-// whether one came up.
-void answerNextMessageBox(QMessageBox::StandardButton button, bool* asked)
-{
-    QTimer::singleShot(50, [button, asked] {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        if (!box)
-            return;
-        *asked = true;
-        box->button(button)->click();
-    });
-}
 
 TERefPtr<TEStyle> fill(const QColor& color)
 {
@@ -188,16 +176,15 @@ private Q_SLOTS:
         window.openPaths({mVectors});
         QVERIFY(window.isWindowModified());
 
-        bool asked = false;
-        answerNextMessageBox(QMessageBox::Cancel, &asked);
-        QVERIFY(!window.close());
-        QVERIFY(asked);
-        QVERIFY(window.isVisible());
-
-        asked = false;
-        answerNextMessageBox(QMessageBox::Discard, &asked);
+        {
+            ModalAnswer cancel("QMessageBox", ModalAnswer::click(QMessageBox::Cancel));
+            QVERIFY(!window.close());
+            QVERIFY(cancel.answered());
+            QVERIFY(window.isVisible());
+        }
+        ModalAnswer discard("QMessageBox", ModalAnswer::click(QMessageBox::Discard));
         QVERIFY(window.close());
-        QVERIFY(asked);
+        QVERIFY(discard.answered());
     }
 
     void projectSavedFromTheWindowReopensWithItsOrder()

@@ -128,10 +128,10 @@ private Q_SLOTS:
         QVERIFY(OGR_L_GetFeatureCount(handle, TRUE) >= minimumCount);
         OGRFeatureDefnH definition = OGR_L_GetLayerDefn(handle);
         QCOMPARE(OGR_FD_GetFieldCount(definition), fields.size());
-        for (const FieldSpec& spec : fields) {
-            const int index = OGR_FD_GetFieldIndex(definition, spec.name);
-            QVERIFY2(index >= 0, spec.name);
-            QCOMPARE(OGR_Fld_GetType(OGR_FD_GetFieldDefn(definition, index)), spec.type);
+        for (const FieldSpec& expected : fields) {
+            const int index = OGR_FD_GetFieldIndex(definition, expected.name);
+            QVERIFY2(index >= 0, expected.name);
+            QCOMPARE(OGR_Fld_GetType(OGR_FD_GetFieldDefn(definition, index)), expected.type);
         }
     }
 

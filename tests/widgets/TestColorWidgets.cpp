@@ -1,5 +1,5 @@
 #include "TestRegistry.h"
-#include "ModalDialogHelper.h"
+#include "ModalAnswer.h"
 
 #include "widgets/TZColorBtn.h"
 #include "widgets/TZColorMenu.h"
@@ -54,9 +54,9 @@ private Q_SLOTS:
         TZColorBtn button;
         button.setColor(0xFF00FF00);
         QSignalSpy changed(&button, &TZColorBtn::colorChanged);
-        ModalDialogHelper answer(QDialogButtonBox::Ok, [](QWidget* dialog) {
+        ModalAnswer answer("QDialog", ModalAnswer::click(QDialogButtonBox::Ok, [](QWidget* dialog) {
             qobject_cast<QColorDialog*>(dialog)->setCurrentColor(QColor(10, 20, 30));
-        });
+        }));
         button.click();
         QVERIFY(answer.answered());
         QCOMPARE(answer.dialogClass(), QStringLiteral("QColorDialog"));
@@ -69,9 +69,9 @@ private Q_SLOTS:
         TZColorBtn button;
         button.setColor(0xFF00FF00);
         QSignalSpy changed(&button, &TZColorBtn::colorChanged);
-        ModalDialogHelper answer(QDialogButtonBox::Cancel, [](QWidget* dialog) {
+        ModalAnswer answer("QDialog", ModalAnswer::click(QDialogButtonBox::Cancel, [](QWidget* dialog) {
             qobject_cast<QColorDialog*>(dialog)->setCurrentColor(Qt::red);
-        });
+        }));
         button.click();
         QVERIFY(answer.answered());
         QCOMPARE(button.getColor(), QRgb(0xFF00FF00));
@@ -120,9 +120,9 @@ private Q_SLOTS:
         menu.setColor(Qt::white);
         auto* more = menu.findChild<QAction*>(QStringLiteral("mActionMoreColors"));
         QVERIFY(more);
-        ModalDialogHelper answer(QDialogButtonBox::Ok, [](QWidget* dialog) {
+        ModalAnswer answer("QDialog", ModalAnswer::click(QDialogButtonBox::Ok, [](QWidget* dialog) {
             qobject_cast<QColorDialog*>(dialog)->setCurrentColor(QColor(0x12, 0x34, 0x56, 0x78));
-        });
+        }));
         more->trigger();
         QVERIFY(answer.answered());
         QCOMPARE(menu.getColor(), QColor(0x12, 0x34, 0x56, 0x78));

@@ -1,5 +1,5 @@
 #include "TestRegistry.h"
-#include "ModalDialogHelper.h"
+#include "ModalAnswer.h"
 
 #include "widgets/TZQueryBuilder.h"
 
@@ -59,7 +59,7 @@ private Q_SLOTS:
         TZQueryBuilder builder(mLayer.get(), true, nullptr);
         builder.setExpression(QStringLiteral("pop >"));
         builder.show();
-        ModalDialogHelper answer(QDialogButtonBox::Ok);
+        ModalAnswer answer("QDialog", ModalAnswer::click(QDialogButtonBox::Ok));
         builder.accept();
         QVERIFY(answer.answered());
         QCOMPARE(answer.dialogClass(), QStringLiteral("QMessageBox"));

@@ -1,5 +1,5 @@
 #include "TestRegistry.h"
-#include "ModalDialogHelper.h"
+#include "ModalAnswer.h"
 
 #include "widgets/TZColorBtn.h"
 #include "widgets/TZStyleSelectorDialog.h"
@@ -29,7 +29,7 @@ private Q_SLOTS:
     void cancelReturnsNull()
     {
         TEStyleDB* db = reinterpret_cast<TEStyleDB*>(0x1);
-        ModalDialogHelper answer(QDialogButtonBox::Cancel);
+        ModalAnswer answer("QDialog", ModalAnswer::click(QDialogButtonBox::Cancel));
         QVERIFY(!selectStyle(TEStyle::LineStyle, db));
         QVERIFY(answer.answered());
         QCOMPARE(answer.dialogClass(), QStringLiteral("TZStyleSelectorDialog"));
@@ -39,11 +39,11 @@ private Q_SLOTS:
     void okReturnsACopyOfTheChosenStyleAndItsDatabase()
     {
         QString chosenName;
-        ModalDialogHelper answer(QDialogButtonBox::Ok, [&](QWidget* dialog) {
+        ModalAnswer answer("QDialog", ModalAnswer::click(QDialogButtonBox::Ok, [&](QWidget* dialog) {
             auto* list = dialog->findChild<QListWidget*>(QStringLiteral("mListStyles"));
             list->setCurrentRow(list->count() - 1);
             chosenName = list->currentItem()->text();
-        });
+        }));
         TEStyleDB* db = nullptr;
         TERefPtr<TEStyle> style(selectStyle(TEStyle::PointStyle, db));
         QVERIFY(answer.answered());
@@ -61,11 +61,11 @@ private Q_SLOTS:
         TERefPtr<TEStyleSimplePoint> start = MakeRef<TEStyleSimplePoint>();
         start->SetColor(TEColor(0, 0, 255));
         start->SetSize(2.0);
-        ModalDialogHelper answer(QDialogButtonBox::Ok, [](QWidget* dialog) {
+        ModalAnswer answer("QDialog", ModalAnswer::click(QDialogButtonBox::Ok, [](QWidget* dialog) {
             dialog->findChild<TZColorBtn*>(QStringLiteral("mColorBtn"))->setColor(qRgb(200, 10, 10));
             dialog->findChild<QDoubleSpinBox*>(QStringLiteral("mSpinBoxSize"))->setValue(4.5);
             dialog->findChild<QDoubleSpinBox*>(QStringLiteral("mSpinBoxAngle"))->setValue(30);
-        });
+        }));
         TEStyleDB* db = reinterpret_cast<TEStyleDB*>(0x1);
         TERefPtr<TEStyle> edited(selectStyle(start.get(), db));
         QVERIFY(answer.answered());

@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QMessageBox>
 #include <QPointer>
 #include <QTimer>
@@ -9,8 +10,8 @@
 #include <functional>
 #include <memory>
 
-// Answers the next modal dialog that inherits a class, from the test. Arm it
-// before the call that opens the dialog: it polls
+// Answers the next modal dialog that inherits a class, from the test, the way
+// a person would. Arm it before the call that opens the dialog: it polls
 // QApplication::activeModalWidget() and runs the action on the dialog once.
 class ModalAnswer
 {
@@ -27,18 +28,27 @@ public:
     }
 
     bool answered() const { return mState->answered; }
+    QString dialogClass() const { return mState->dialogClass; }
     QString dialogText() const { return mState->text; }
     QString dialogTitle() const { return mState->title; }
 
-    // Clicks a standard button of a message box.
-    static Action click(QMessageBox::StandardButton button)
+    // Lets prepare fill the dialog in, then clicks a standard button of a
+    // message box or of the dialog's button box.
+    static Action click(QDialogButtonBox::StandardButton which, Action prepare = {})
     {
-        return [button](QWidget* dialog) {
-            if (auto* box = qobject_cast<QMessageBox*>(dialog)) {
-                if (QAbstractButton* b = box->button(button))
-                    b->click();
-            }
+        return [which, prepare](QWidget* dialog) {
+            QPointer<QWidget> guard(dialog);
+            if (prepare)
+                prepare(dialog);
+            if (!guard)
+                return;
+            if (QAbstractButton* button = findButton(dialog, which))
+                button->click();
         };
+    }
+    static Action click(QMessageBox::StandardButton which, Action prepare = {})
+    {
+        return click(QDialogButtonBox::StandardButton(int(which)), std::move(prepare));
     }
 
 private:
@@ -50,9 +60,22 @@ private:
         Action action;
         int remainingPolls = 0;
         bool answered = false;
+        QString dialogClass;
         QString text;
         QString title;
     };
+
+    static QAbstractButton* findButton(QWidget* dialog, QDialogButtonBox::StandardButton which)
+    {
+        if (auto* box = qobject_cast<QMessageBox*>(dialog))
+            return box->button(QMessageBox::StandardButton(int(which)));
+        const auto boxes = dialog->findChildren<QDialogButtonBox*>();
+        for (QDialogButtonBox* buttons : boxes) {
+            if (QAbstractButton* button = buttons->button(which))
+                return button;
+        }
+        return nullptr;
+    }
 
     static void poll(std::shared_ptr<State> state)
     {
@@ -60,6 +83,7 @@ private:
             QWidget* dialog = QApplication::activeModalWidget();
             if (dialog && dialog->isVisible() && dialog->inherits(state->className)) {
                 state->answered = true;
+                state->dialogClass = QString::fromLatin1(dialog->metaObject()->className());
                 state->title = dialog->windowTitle();
                 if (auto* box = qobject_cast<QMessageBox*>(dialog))
                     state->text = box->text();
