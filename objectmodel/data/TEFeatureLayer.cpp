@@ -68,6 +68,8 @@ TEFeatureLayer::~TEFeatureLayer()
 
 bool TEFeatureLayer::IsValid() const
 {
+    // The handles are swapped by a save while other threads may ask.
+    QMutexLocker lock(&mMutex);
     return mDataset && mLayer;
 }
 

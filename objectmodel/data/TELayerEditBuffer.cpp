@@ -73,17 +73,23 @@ void TELayerEditBuffer::Record(TEFeatureEditBuffer::EditOperation operation, TER
     QMutexLocker lock(&mMutex);
     const int id = feature->GetId();
     auto found = mEdits.find(id);
-    if (found != mEdits.end() && found->second->edit_operation() == TEFeatureEditBuffer::EO_Added) {
+    if (found == mEdits.end()) {
+        mOrder.push_back(id);
+        mEdits.emplace(id, MakeRef<TEFeatureEditBuffer>(operation, std::move(feature)));
+        return;
+    }
+    TERefPtr<TEFeatureEditBuffer> edit = found->second;
+    if (edit->edit_operation() == TEFeatureEditBuffer::EO_Added) {
         if (operation == TEFeatureEditBuffer::EO_Deleted) {
+            edit->Update(TEFeatureEditBuffer::EO_Deleted, nullptr);
+            mForgotten.push_back(edit);
             mEdits.erase(found);
             mOrder.erase(std::find(mOrder.begin(), mOrder.end(), id));
             return;
         }
         operation = TEFeatureEditBuffer::EO_Added;
     }
-    if (found == mEdits.end())
-        mOrder.push_back(id);
-    mEdits[id] = MakeRef<TEFeatureEditBuffer>(operation, std::move(feature));
+    edit->Update(operation, std::move(feature));
 }
 
 void TELayerEditBuffer::Clear()
@@ -91,6 +97,7 @@ void TELayerEditBuffer::Clear()
     QMutexLocker lock(&mMutex);
     mEdits.clear();
     mOrder.clear();
+    mForgotten.clear();
 }
 
 int TELayerEditBuffer::NextNewId()

@@ -38,8 +38,9 @@ public:
 private:
     friend class TEFeatureLayer;
 
-    // Records an edit; an edit of an added feature stays an add, deleting an
-    // added feature forgets it.
+    // Records an edit in the feature's entry (made on its first edit); an
+    // edit of an added feature stays an add, deleting an added feature
+    // forgets it (its entry, marked deleted, lives on until Clear).
     void Record(TEFeatureEditBuffer::EditOperation operation, TERefPtr<TEFeature> feature);
     void Clear();
     int NextNewId();
@@ -48,6 +49,8 @@ private:
     OGRFeatureDefnH mDefinition = nullptr;
     std::map<int, TERefPtr<TEFeatureEditBuffer>> mEdits;
     std::vector<int> mOrder;
+    // Entries of added features deleted again, kept for pointers handed out.
+    std::vector<TERefPtr<TEFeatureEditBuffer>> mForgotten;
     int mLastNewId = 0;
 };
 

@@ -8,6 +8,9 @@
 
 #include <QTemporaryDir>
 
+#include <atomic>
+#include <future>
+
 using namespace TZObjects;
 
 namespace {
@@ -85,6 +88,62 @@ private Q_SLOTS:
         QVERIFY(layer->DeleteFeature(id));
         QVERIFY(!layer->HasBeEdited());
         QCOMPARE(layer->GetFeatureCount(), 3);
+    }
+
+    // A model keeps the pointer GetActiveEditFeatureByFeatureId gave while the
+    // user edits on: it must stay the feature's entry, not a freed one.
+    void editPointerStaysValidUntilTheEditsAreSaved()
+    {
+        TERefPtr<TEMemoryFeatureLayer> layer = makeLayer();
+        TELayerEditBuffer* buffer = layer->layer_edit_buffer();
+        TERefPtr<TEFeature> wood = layer->GetFeature(1);
+        QVERIFY(layer->UpdateFeature(wood));
+        TEFeatureEditBuffer* edit = buffer->GetActiveEditFeatureByFeatureId(1);
+        QVERIFY(edit);
+
+        wood->SetValue(TEString(L"area"), TEVariant(21.0));
+        QVERIFY(layer->UpdateFeature(wood));
+        QCOMPARE(buffer->GetActiveEditFeatureByFeatureId(1), edit);
+        QCOMPARE(edit->GetFeature()->GetValue(TEString(L"area")).GetDouble(), 21.0);
+        QVERIFY(layer->DeleteFeature(1));
+        QCOMPARE(buffer->GetActiveEditFeatureByFeatureId(1), edit);
+        QCOMPARE(edit->edit_operation(), int(TEFeatureEditBuffer::EO_Deleted));
+
+        // An added feature deleted again leaves the buffer, but a pointer to
+        // its entry still reads it, as deleted.
+        const int added = layer->AddFeature(featureOf(*layer, "farm", 1.0));
+        TEFeatureEditBuffer* addedEdit = buffer->GetActiveEditFeatureByFeatureId(added);
+        QVERIFY(layer->DeleteFeature(added));
+        QVERIFY(!buffer->GetActiveEditFeatureByFeatureId(added));
+        QCOMPARE(addedEdit->edit_operation(), int(TEFeatureEditBuffer::EO_Deleted));
+        QCOMPARE(addedEdit->GetFeature()->GetValue(TEString(L"area")).GetDouble(), 1.0);
+    }
+
+    // Value collection reads the buffer on a worker thread while the layer
+    // may record edits; every read sees one whole edit.
+    void editsReadOnAWorkerWhileRecorded()
+    {
+        TERefPtr<TEMemoryFeatureLayer> layer = makeLayer();
+        TERefPtr<TEFeature> wood = layer->GetFeature(1);
+        QVERIFY(layer->UpdateFeature(wood));
+        TEFeatureEditBuffer* edit = layer->layer_edit_buffer()->GetActiveEditFeatureByFeatureId(1);
+        std::atomic<bool> done{false};
+        auto reader = std::async(std::launch::async, [&] {
+            int wrong = 0;
+            while (!done) {
+                const double area = edit->GetFeature()->GetValue(TEString(L"area")).GetDouble();
+                wrong += area < 20.0 || area > 520.0;
+            }
+            return wrong;
+        });
+        for (int i = 0; i <= 500; ++i) {
+            TERefPtr<TEFeature> changed = wood->Clone();
+            changed->SetValue(TEString(L"area"), TEVariant(20.0 + i));
+            layer->UpdateFeature(changed);
+        }
+        done = true;
+        QCOMPARE(reader.get(), 0);
+        QCOMPARE(edit->GetFeature()->GetValue(TEString(L"area")).GetDouble(), 520.0);
     }
 
     void countEventsReachBoundHandlersUntilUnbound()
