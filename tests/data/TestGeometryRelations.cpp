@@ -1,7 +1,9 @@
 #include "TestRegistry.h"
 
+#include "data/TEFeatureCursor.h"
 #include "data/TEGeoPolygon.h"
 #include "data/TEGeometryRelationalOperator.h"
+#include "data/TEMemoryFeatureLayer.h"
 #include "data/TESpatialIndex.h"
 
 #include <future>
@@ -102,6 +104,44 @@ private Q_SLOTS:
         QCOMPARE(polygon->GetRing(1).GetPointCount(), 4);
         QCOMPARE(polygon->GetRing(2).GetPoint(0), TEPoint(10, 10));
         QVERIFY(!wkt("LINESTRING (0 0,1 1)").cast<TEGeoPolygon>());
+    }
+
+    // The four-colour job reads polygons through a cursor as TEGeoPolygon and
+    // tests every pair at a tolerance of 0.001: neighbours along a border,
+    // across a hair-line gap or at a corner touch; a real overlap only
+    // intersects; polygons further apart do neither.
+    void cursorPolygonsRelateAsTheFourColourJobReadsThem()
+    {
+        TERefPtr<TEMemoryFeatureLayer> layer =
+            TEMemoryFeatureLayer::Create(QStringLiteral("parcels"), TELayer::LT_Polygon, {});
+        QVERIFY(layer);
+        const char* parcels[] = {"POLYGON ((0 0,1 0,1 1,0 1,0 0))",
+                                 "POLYGON ((1 0,2 0,2 1,1 1,1 0))",
+                                 "POLYGON ((0 1.0005,1 1.0005,1 2,0 2,0 1.0005))",
+                                 "POLYGON ((0.5 -1,0.8 -1,0.8 0.5,0.5 0.5,0.5 -1))",
+                                 "MULTIPOLYGON (((5 5,6 5,6 6,5 6,5 5)))"};
+        for (const char* parcel : parcels)
+            QVERIFY(layer->AppendFeature(QString::fromLatin1(parcel), {}) >= 0);
+
+        std::vector<TERefPtr<TEGeoPolygon>> polygons;
+        TERefPtr<TEFeatureCursor> cursor = layer->Search(TEQueryFilter());
+        QVERIFY(cursor);
+        while (TERefPtr<TEFeature> feature = cursor->NextFeature()) {
+            polygons.push_back(feature->GetGeometry().cast<TEGeoPolygon>());
+            QVERIFY(polygons.back());
+            QCOMPARE(polygons.back()->GetRingCount(), 1);
+        }
+        QCOMPARE(int(polygons.size()), 5);
+        const TEGeoRing ring = polygons[1]->GetRing(0);
+        QCOMPARE(ring.GetPointCount(), 5);
+        QCOMPARE(ring.GetPoint(2) - ring.GetPoint(0), TEPoint(1, 1));
+
+        auto touches = [&](int a, int b) { return TEGeometryRelationalOperator::IsTouches(polygons[a], polygons[b], 0.001); };
+        auto intersects = [&](int a, int b) { return TEGeometryRelationalOperator::IsIntersect(polygons[a], polygons[b], 0.001); };
+        QVERIFY(touches(0, 1) && touches(1, 0));
+        QVERIFY(touches(0, 2) && touches(1, 2));
+        QVERIFY(!touches(0, 3) && intersects(0, 3));
+        QVERIFY(!touches(0, 4) && !intersects(0, 4));
     }
 
     void spatialIndexFindsCandidateNeighbours()
