@@ -17,16 +17,13 @@ TECategorizedSymbolRender::TECategorizedSymbolRender(const TEString& expression)
 TECategorizedSymbolRender::TECategorizedSymbolRender(const TECategorizedSymbolRender& other)
     : TEFeatureRender(other)
     , mExpression(other.mExpression)
+    , mIndexByValue(other.mIndexByValue)
+    , mCatchAllIndex(other.mCatchAllIndex)
     , mShowOtherValue(other.mShowOtherValue)
     , mOutLine(other.mOutLine)
 {
-    for (const TERefPtr<TECategoryRenderItem>& item : other.mItems) {
-        auto copy = MakeRef<TECategoryRenderItem>(*item);
-        copy->SetStyle(CloneStyle(item->GetStyle()));
-        mItems.push_back(copy);
-    }
-    mIndexByValue = other.mIndexByValue;
-    mCatchAllIndex = other.mCatchAllIndex;
+    for (const TERefPtr<TECategoryRenderItem>& item : other.mItems)
+        mItems.push_back(item->Clone());
 }
 
 void TECategorizedSymbolRender::SetExpression(const TEString& expression)

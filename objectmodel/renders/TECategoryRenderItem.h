@@ -16,6 +16,15 @@ public:
                          const TEScaleRange& scaleRange = TEScaleRange())
         : mValue(value), mLabel(label), mStyle(style), mScaleRange(scaleRange) {}
 
+    // A copy with a copy of the style, sharing nothing with this item.
+    TERefPtr<TECategoryRenderItem> Clone() const
+    {
+        auto copy = MakeRef<TECategoryRenderItem>(*this);
+        if (mStyle)
+            copy->mStyle = mStyle->Clone();
+        return copy;
+    }
+
     TEString GetValue() const { return mValue; }
     TEString GetLabel() const { return mLabel; }
     void SetLabel(const TEString& label) { mLabel = label; }

@@ -4,11 +4,6 @@
 
 namespace TZObjects {
 
-TEMatchToSymbolsRender::TEMatchToSymbolsRender(const TEString& expression)
-    : TECategorizedSymbolRender(expression)
-{
-}
-
 TERefPtr<TEFeatureRender> TEMatchToSymbolsRender::Clone() const
 {
     return MakeRef<TEMatchToSymbolsRender>(*this);

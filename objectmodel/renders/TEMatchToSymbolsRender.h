@@ -10,7 +10,7 @@ namespace TZObjects {
 class TZOBJECTS_EXPORT TEMatchToSymbolsRender : public TECategorizedSymbolRender
 {
 public:
-    explicit TEMatchToSymbolsRender(const TEString& expression = TEString());
+    using TECategorizedSymbolRender::TECategorizedSymbolRender;
 
     TEString GetType() const override { return L"MatchToSymbols"; }
     TERefPtr<TEFeatureRender> Clone() const override;
