@@ -13,7 +13,6 @@
 #include "view/TEMapView.h"
 #include "view/TEMapViewManager.h"
 
-#include <QMessageBox>
 #include <QMutexLocker>
 #include <QPointer>
 #include <QPushButton>
@@ -21,24 +20,20 @@
 #include <QTabBar>
 
 #include <algorithm>
-#include <exception>
 
 using namespace TZObjects;
 
 namespace {
 
-// Runs a slot's body; an unexpected failure is told to the user and never
-// leaves the dock.
+// Runs a slot's body so that no exception leaves the dock. The dock shows no
+// messages of its own (panels tell the user about their failures); a failure
+// that escapes a panel counts as nothing applied, so nothing is announced.
 template <class Body>
-void runGuarded(QWidget* parent, Body&& body)
+void runGuarded(Body&& body)
 {
     try {
         body();
-    } catch (const std::exception& e) {
-        QMessageBox::critical(parent, TZControlRender::tr("Error!"), QString::fromLocal8Bit(e.what()));
     } catch (...) {
-        QMessageBox::critical(parent, TZControlRender::tr("Error!"),
-                              TZControlRender::tr("An unexpected error occurred."));
     }
 }
 
@@ -46,6 +41,8 @@ void runGuarded(QWidget* parent, Body&& body)
 
 TZControlRender* TZControlRender::instance(QWidget* parent)
 {
+    // Guarded so that a host which destroyed the dock along with its parent
+    // gets a new dock instead of a dangling pointer.
     static QPointer<TZControlRender> dock;
     if (!dock)
         dock = new TZControlRender(parent);
@@ -182,7 +179,7 @@ void TZControlRender::showLayerStyle()
 
 void TZControlRender::showLayerStyle(int index)
 {
-    runGuarded(this, [&] {
+    runGuarded([&] {
         QComboBox* combo = mUi->mComboBoxRenderStyle;
         QTabWidget* tabs = mUi->mTabWidgetStyle;
         if (index < 0) {
@@ -197,6 +194,8 @@ void TZControlRender::showLayerStyle(int index)
 
         const auto entry = mLayerTypeIndex.find(mLayer->GetLayerType());
         if (entry == mLayerTypeIndex.end()) {
+            // Blocked, because the entry added to the emptied box would
+            // otherwise switch to the no-render page; the page stays as it is.
             const QSignalBlocker blocker(combo);
             if (combo->count() > 0)
                 combo->clear();
@@ -280,7 +279,7 @@ void TZControlRender::showRasterLayerStyle()
 
 void TZControlRender::switchToTab(int index)
 {
-    runGuarded(this, [&] {
+    runGuarded([&] {
         if (index < 0)
             return;
         if (index == 0) {
@@ -299,7 +298,7 @@ void TZControlRender::switchToTab(int index)
 
 void TZControlRender::onApply()
 {
-    runGuarded(this, [&] {
+    runGuarded([&] {
         if (!mLayer)
             return;
         const TERefPtr<TELayer> layer = mLayer;
@@ -334,7 +333,7 @@ void TZControlRender::onApply()
 
 void TZControlRender::onReset()
 {
-    runGuarded(this, [&] {
+    runGuarded([&] {
         if (!isVisible())
             return;
         QWidget* page = mUi->mTabWidgetStyle->currentWidget();
@@ -353,6 +352,5 @@ void TZControlRender::onLayerWillBeRemove(const QString& lyrGUID)
     if (!mLayer || lyrGUID != mLayer->GetGuidStr().toQString())
         return;
     mLayer = nullptr;
-    mUi->mLineEditLayerNames->clear();
     hide();
 }

@@ -4,9 +4,11 @@
 
 #include <QStringList>
 
+#include <stdexcept>
+
 // A catalog panel for the dock's tests: it has the key, title and layer
 // types it is given, counts its resets and answers onApply() with a value the
-// test chooses, logging both into a shared journal.
+// test chooses (or throws, when told to), logging both into a shared journal.
 class FakeRenderPanel : public TZRenderPanel
 {
     Q_OBJECT
@@ -26,6 +28,8 @@ public:
         ++applyCount;
         if (mJournal)
             mJournal->append(QStringLiteral("apply ") + mKey);
+        if (applyThrows)
+            throw std::runtime_error("render could not be built");
         return applyResult;
     }
     void onReset() override
@@ -36,6 +40,7 @@ public:
     }
 
     bool applyResult = true;
+    bool applyThrows = false;
     int applyCount = 0;
     int resetCount = 0;
 

@@ -79,7 +79,6 @@ class TestDock : public TZControlRender
 public:
     explicit TestDock(QWidget* parent = nullptr) : TZControlRender(parent) {}
     using TZControlRender::addRender;
-    using TZControlRender::getStyleType;
 
     FakeRenderPanel* add(const QString& key, const QString& title, const LayerTypes& types)
     {
@@ -94,8 +93,25 @@ public:
         for (const CatalogEntry& entry : catalog()) {
             const QString key = QString::fromLatin1(entry.key);
             TZRenderPanel* panel = registered(key);
+            if (panel)
+                realKeys << key;
             panels[key] = panel ? panel : add(key, QString::fromLatin1(entry.title), entry.types);
         }
+    }
+    // The titles offered for a layer type: the real panels in catalog order,
+    // then the fakes added after them, also in catalog order.
+    QStringList offeredTitles(TELayer::LayerType type, bool withNoRender) const
+    {
+        QStringList titles;
+        if (withNoRender)
+            titles << QStringLiteral("Not to render");
+        for (bool real : {true, false}) {
+            for (const CatalogEntry& entry : catalog()) {
+                if (entry.types.contains(type) && realKeys.contains(QString::fromLatin1(entry.key)) == real)
+                    titles << QString::fromLatin1(entry.title);
+            }
+        }
+        return titles;
     }
     TZRenderPanel* registered(const QString& key) const
     {
@@ -120,6 +136,7 @@ public:
 
     QStringList journal;
     QMap<QString, QPointer<TZRenderPanel>> panels;
+    QSet<QString> realKeys;
 };
 
 // A layer of any type code, for types no real layer class has.
@@ -183,16 +200,32 @@ QString writeRaster(const QString& path, int bands)
     return path;
 }
 
-QStringList titlesFor(TELayer::LayerType type, bool withNoRender)
+// Shows in the dock a new layer of type whose render has the type key key.
+TERefPtr<TEFeatureLayer> showKeyedLayer(TZControlRender& dock, TELayer::LayerType type, const QString& key)
 {
-    QStringList titles;
-    if (withNoRender)
-        titles << QStringLiteral("Not to render");
-    for (const CatalogEntry& entry : catalog()) {
-        if (entry.types.contains(type))
-            titles << QString::fromLatin1(entry.title);
+    TERefPtr<TEFeatureLayer> layer = memoryLayer(type);
+    layer->SetSymbolRender(MakeRef<KeyedRender>(key));
+    dock.setLayer(layer.get());
+    dock.showLayerStyle();
+    return layer;
+}
+
+// A GeoTIFF of bands bands whose image render is in mode.
+TERefPtr<TERasterLayer> rasterInMode(const QString& path, int bands, int mode)
+{
+    TERefPtr<TERasterLayer> layer = TERasterLayer::Open(writeRaster(path, bands));
+    if (!layer)
+        return layer;
+    if (bands == 1) {
+        auto render = MakeRef<TESingleBandImageRender>();
+        render->setImageRenderMODE(mode);
+        layer->SetRender(render);
+    } else {
+        auto render = MakeRef<TEMultiBandImageRender>();
+        render->setImageRenderMODE(mode);
+        layer->SetRender(render);
     }
-    return titles;
+    return layer;
 }
 
 } // namespace
@@ -208,23 +241,14 @@ private Q_SLOTS:
         writeRaster(mRasterDir.filePath(QStringLiteral("mosaic/tile.tif")), 1);
     }
 
-    void formHasTheDocksWidgetsAndTexts()
+    void newDockOffersOnlyNotToRenderOnTheNoRenderPage()
     {
         TestDock dock;
-        QCOMPARE(dock.windowTitle(), QStringLiteral("Symbol rendering"));
-        QCOMPARE(dock.maximumSize(), QSize(524287, 800));
-        QCOMPARE(dock.contextMenuPolicy(), Qt::CustomContextMenu);
-        QCOMPARE(dock.sizePolicy().verticalPolicy(), QSizePolicy::Maximum);
-        auto* name = dock.findChild<QLineEdit*>(QStringLiteral("mLineEditLayerNames"));
-        QVERIFY(name && !name->isEnabled());
-        auto* buttons = dock.findChild<QDialogButtonBox*>(QStringLiteral("mButtonBox"));
-        QVERIFY(buttons);
-        QCOMPARE(buttons->button(QDialogButtonBox::Apply)->text(), QStringLiteral("Apply"));
-        QCOMPARE(buttons->button(QDialogButtonBox::Reset)->text(), QStringLiteral("Reset"));
-        QVERIFY(dock.tabs()->tabBar()->isHidden());
-        QCOMPARE(dock.tabs()->widget(0), dock.noRenderPage());
         QCOMPARE(dock.comboTexts(), QStringList{QStringLiteral("Not to render")});
         QCOMPARE(dock.combo()->itemData(0).toUInt(), uint(dock.noRenderPage()->winId()));
+        QCOMPARE(dock.tabs()->currentWidget(), dock.noRenderPage());
+        // Pages are switched from the combo box only.
+        QVERIFY(dock.tabs()->tabBar()->isHidden());
     }
 
     void instanceIsCreatedOnceWithTheFirstParent()
@@ -279,7 +303,7 @@ private Q_SLOTS:
         QCOMPARE(int(layer->GetLayerType()), type);
         dock.setLayer(layer.get());
         dock.showLayerStyle();
-        QCOMPARE(dock.comboTexts(), titlesFor(TELayer::LayerType(type), feature));
+        QCOMPARE(dock.comboTexts(), dock.offeredTitles(TELayer::LayerType(type), feature));
         // Every entry leads to the page of the panel with that title.
         for (int i = feature ? 1 : 0; i < dock.combo()->count(); ++i) {
             const uint id = dock.combo()->itemData(i).toUInt();
@@ -303,10 +327,7 @@ private Q_SLOTS:
         TestDock dock;
         dock.addCatalog();
         FakeRenderPanel* fake = dock.add(QStringLiteral("Fake"), QStringLiteral("Fake"), {T1});
-        TERefPtr<TEFeatureLayer> points = memoryLayer(T1);
-        points->SetSymbolRender(MakeRef<KeyedRender>(QStringLiteral("Fake")));
-        dock.setLayer(points.get());
-        dock.showLayerStyle();
+        TERefPtr<TEFeatureLayer> points = showKeyedLayer(dock, T1, QStringLiteral("Fake"));
         QWidget* shown = dock.tabs()->currentWidget();
         QCOMPARE(shown, fake);
 
@@ -347,10 +368,7 @@ private Q_SLOTS:
     {
         TestDock dock;
         FakeRenderPanel* fake = dock.add(QStringLiteral("Fake"), QStringLiteral("Fake"), {T1});
-        TERefPtr<TEFeatureLayer> layer = memoryLayer(T1);
-        layer->SetSymbolRender(MakeRef<KeyedRender>(QStringLiteral("Fake")));
-        dock.setLayer(layer.get());
-        dock.showLayerStyle();
+        TERefPtr<TEFeatureLayer> layer = showKeyedLayer(dock, T1, QStringLiteral("Fake"));
         QCOMPARE(dock.tabs()->currentWidget(), fake);
 
         layer->SetSymbolRender(MakeRef<KeyedRender>(QStringLiteral("NoSuchPanel")));
@@ -380,18 +398,9 @@ private Q_SLOTS:
         QFETCH(QString, key);
         TestDock dock;
         dock.addCatalog();
-        TERefPtr<TERasterLayer> layer = TERasterLayer::Open(
-            writeRaster(mRasterDir.filePath(QStringLiteral("mode%1.tif").arg(mode)), bands));
+        TERefPtr<TERasterLayer> layer =
+            rasterInMode(mRasterDir.filePath(QStringLiteral("mode%1.tif").arg(mode)), bands, mode);
         QVERIFY(layer);
-        if (bands == 1) {
-            auto render = MakeRef<TESingleBandImageRender>();
-            render->setImageRenderMODE(mode);
-            layer->SetRender(render);
-        } else {
-            auto render = MakeRef<TEMultiBandImageRender>();
-            render->setImageRenderMODE(mode);
-            layer->SetRender(render);
-        }
         dock.setLayer(layer.get());
         dock.showLayerStyle();
         QVERIFY(!dock.comboTexts().contains(QStringLiteral("Not to render")));
@@ -403,8 +412,13 @@ private Q_SLOTS:
         TZRenderPanel* panel = dock.panels.value(key);
         QCOMPARE(dock.tabs()->currentWidget(), panel);
         QCOMPARE(dock.combo()->currentText(), panel->title());
-        if (auto* fake = qobject_cast<FakeRenderPanel*>(panel))
-            QVERIFY(fake->resetCount >= 1);
+        // The entry is chosen with the combo box's signals on: when that
+        // moves the selection off entry 0, the switch resets the page too.
+        const QString reset = QStringLiteral("reset ") + key;
+        QStringList expected{reset};
+        if (dock.combo()->currentIndex() > 0)
+            expected << reset;
+        QCOMPARE(dock.journal, expected);
     }
 
     void rasterDirectoryPicksStretchForASingleBandRender()
@@ -447,23 +461,45 @@ private Q_SLOTS:
         QCOMPARE(dock.tabs()->currentWidget(), dock.noRenderPage());
     }
 
+    void firstEntryOfARasterLayerShowsTheNoRenderPage()
+    {
+        TestDock dock;
+        dock.addCatalog();
+        TERefPtr<TERasterLayer> layer = rasterInMode(mRasterDir.filePath(QStringLiteral("first.tif")), 1, 1);
+        dock.setLayer(layer.get());
+        dock.showLayerStyle();
+        QCOMPARE(dock.tabs()->currentWidget(), dock.panels.value(QStringLiteral("ImageStretch")).data());
+        dock.journal.clear();
+
+        // Entry 0 is the class panel, but choosing entry 0 always shows the
+        // no-render page and resets nothing.
+        dock.combo()->setCurrentIndex(0);
+        QCOMPARE(dock.combo()->currentText(), QStringLiteral("Image Class"));
+        QCOMPARE(dock.tabs()->currentWidget(), dock.noRenderPage());
+        QVERIFY(dock.journal.isEmpty());
+    }
+
     void applyFromAPanelRepaintsThenAnnounces_data()
     {
         QTest::addColumn<bool>("activeView");
         QTest::addColumn<bool>("applied");
+        QTest::addColumn<bool>("throws");
         QTest::addColumn<QStringList>("expected");
-        QTest::newRow("active view") << true << true << QStringList{"refreshMap", "symbolChanged"};
-        QTest::newRow("inactive view") << false << true << QStringList{"symbolChanged"};
-        QTest::newRow("panel refuses") << true << false << QStringList{};
+        QTest::newRow("active view") << true << true << false << QStringList{"refreshMap", "symbolChanged"};
+        QTest::newRow("inactive view") << false << true << false << QStringList{"symbolChanged"};
+        QTest::newRow("panel refuses") << true << false << false << QStringList{};
+        QTest::newRow("panel throws") << true << true << true << QStringList{};
     }
     void applyFromAPanelRepaintsThenAnnounces()
     {
         QFETCH(bool, activeView);
         QFETCH(bool, applied);
+        QFETCH(bool, throws);
         QFETCH(QStringList, expected);
         TestDock dock;
         FakeRenderPanel* panel = dock.add(QStringLiteral("Fake"), QStringLiteral("Fake"), {T1});
         panel->applyResult = applied;
+        panel->applyThrows = throws;
         TERefPtr<TEFeatureLayer> layer = memoryLayer(T1);
         layer->SetSymbolRender(MakeRef<KeyedRender>(QStringLiteral("Fake")));
         ViewOf view(layer.get());
@@ -514,10 +550,8 @@ private Q_SLOTS:
     {
         TestDock dock;
         dock.addCatalog();
-        TERefPtr<TERasterLayer> layer = TERasterLayer::Open(writeRaster(mRasterDir.filePath(QStringLiteral("keep.tif")), 1));
-        auto render = MakeRef<TESingleBandImageRender>();
-        render->setImageRenderMODE(6);
-        layer->SetRender(render);
+        TERefPtr<TERasterLayer> layer = rasterInMode(mRasterDir.filePath(QStringLiteral("keep.tif")), 1, 6);
+        const TERefPtr<TERender> render = layer->GetRender();
         dock.setLayer(layer.get());
         dock.showLayerStyle();
         QCOMPARE(dock.tabs()->currentWidget(), dock.noRenderPage());
@@ -526,7 +560,7 @@ private Q_SLOTS:
         dock.onApply();
         QCOMPARE(changed.count(), 1);
         QCOMPARE(refresh.count(), 0);
-        QCOMPARE(layer->GetRender().get(), static_cast<TERender*>(render.get()));
+        QCOMPARE(layer->GetRender(), render);
     }
 
     void applyWithoutALayerDoesNothing()
@@ -544,10 +578,7 @@ private Q_SLOTS:
     {
         TestDock dock;
         FakeRenderPanel* panel = dock.add(QStringLiteral("Fake"), QStringLiteral("Fake"), {T1});
-        TERefPtr<TEFeatureLayer> layer = memoryLayer(T1);
-        layer->SetSymbolRender(MakeRef<KeyedRender>(QStringLiteral("Fake")));
-        dock.setLayer(layer.get());
-        dock.showLayerStyle();
+        TERefPtr<TEFeatureLayer> layer = showKeyedLayer(dock, T1, QStringLiteral("Fake"));
         const int resets = panel->resetCount;
         QSignalSpy refresh(&dock, &TZControlRender::refreshMap);
 
@@ -621,30 +652,6 @@ private Q_SLOTS:
         QVERIFY(!dock.layer());
         QVERIFY(!dock.isVisible());
         dock.onLayerWillBeRemove(layer->GetGuidStr().toQString());
-    }
-
-    void styleTypeFollowsTheLayerType_data()
-    {
-        QTest::addColumn<int>("layerType");
-        QTest::addColumn<int>("styleType");
-        QTest::newRow("point") << 1 << 0;
-        QTest::newRow("multi-point") << 2 << 0;
-        QTest::newRow("line") << 3 << 1;
-        QTest::newRow("polygon") << 4 << 2;
-        QTest::newRow("raster") << 6 << 2;
-        QTest::newRow("unknown") << 0 << 2;
-    }
-    void styleTypeFollowsTheLayerType()
-    {
-        QFETCH(int, layerType);
-        QFETCH(int, styleType);
-        TestDock dock;
-        TEStyle::StyleType type = TEStyle::StyleType(-1);
-        QVERIFY(!dock.getStyleType(type));
-        TERefPtr<TELayer> layer = MakeRef<CodeLayer>(layerType);
-        dock.setLayer(layer.get());
-        QVERIFY(dock.getStyleType(type));
-        QCOMPARE(int(type), styleType);
     }
 
 private:
