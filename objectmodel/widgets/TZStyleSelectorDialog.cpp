@@ -84,7 +84,7 @@ void TZStyleSelectorDialog::listStyles()
         if (only && db != only)
             continue;
         for (TEStyle* style : db->GetStyles(mType)) {
-            auto* item = new QListWidgetItem(TZSymbolUtils::symbolPreviewIcon(style, QSize(48, 48)),
+            auto* item = new QListWidgetItem(TZSymbolUtils::symbolPreviewIcon(style, mUi->mListStyles->iconSize()),
                                              displayName(*style), mUi->mListStyles);
             item->setToolTip(QStringLiteral("%1: %2").arg(db->GetName().toQString(), displayName(*style)));
             item->setData(Qt::UserRole, int(mEntries.size()));
