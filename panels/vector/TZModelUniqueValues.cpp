@@ -231,13 +231,28 @@ void TZModelUniqueValues::mergeRow(const TERefPtr<TEStyle>& style, const QString
         appendRow(style, value, label, count);
         return;
     }
+    mergeInto(row, style, count);
+    emit dataChanged(index(row, 0), index(row, mColumnCount - 1));
+    if (style)
+        updateColumnCount();
+}
+
+void TZModelUniqueValues::mergeQuietly(const TERefPtr<TEStyle>& style, const QString& value, const QString& label,
+                                       int count)
+{
+    const int row = findRow(value);
+    if (row < 0)
+        pushRow(style, value, label, count);
+    else
+        mergeInto(row, style, count);
+}
+
+void TZModelUniqueValues::mergeInto(int row, const TERefPtr<TEStyle>& style, int count)
+{
     UniqueValueRow& r = mRows[size_t(row)];
     r.count += count;
     if (style)
         r.style = style;
-    emit dataChanged(index(row, 0), index(row, mColumnCount - 1));
-    if (style)
-        updateColumnCount();
 }
 
 void TZModelUniqueValues::setRowStyle(int row, const TERefPtr<TEStyle>& style)
@@ -429,63 +444,48 @@ int TZModelUniqueValues::valueCount(const QString& value) const
 
 bool TZModelUniqueValues::collectWithCounts(const QString& fieldName)
 {
-    {
-        QMutexLocker locker(&mValuesMutex);
-        mValues.clear();
-        mCounts.clear();
-    }
-    if (!mLayer)
-        return false;
-    const TERefPtr<TEFeatureTable> table = mLayer->GetDatasource();
-    if (!table)
-        return false;
-
-    // The table gives the values in the order a cursor over the filter meets
-    // them first, pushing the count down to the source where it can.
-    std::vector<TEFeatureTable::ValueCount> counts;
-    if (!table->GetValueCounts(TEString(fieldName), mLayer->query_filter(), counts))
-        return false;
-
-    QStringList values;
-    QHash<QString, int> countByValue;
-    values.reserve(int(counts.size()));
-    countByValue.reserve(int(counts.size()));
-    for (const TEFeatureTable::ValueCount& c : counts) {
-        const QString text = c.value.toQString();
-        values.append(text);
-        countByValue.insert(text, c.count);
-    }
-    QMutexLocker locker(&mValuesMutex);
-    mValues.swap(values);
-    mCounts.swap(countByValue);
-    return true;
+    return collect(fieldName, true);
 }
 
 bool TZModelUniqueValues::collectDistinct(const QString& fieldName)
+{
+    return collect(fieldName, false);
+}
+
+bool TZModelUniqueValues::collect(const QString& fieldName, bool withCounts)
 {
     {
         QMutexLocker locker(&mValuesMutex);
         mValues.clear();
         mCounts.clear();
     }
-    if (!mLayer)
-        return false;
-    const TERefPtr<TEFeatureTable> table = mLayer->GetDatasource();
+    const TERefPtr<TEFeatureTable> table = mLayer ? mLayer->GetDatasource() : nullptr;
     if (!table)
         return false;
 
-    std::vector<TEString> distinct;
-    if (!table->GetDistinctValues(TEString(fieldName), mLayer->query_filter(), distinct))
-        return false;
+    // The table gives the values in the order a cursor over the filter meets
+    // them first, pushing the query down to the source where it can.
+    std::vector<TEFeatureTable::ValueCount> found;
+    if (withCounts) {
+        if (!table->GetValueCounts(TEString(fieldName), mLayer->query_filter(), found))
+            return false;
+    } else {
+        std::vector<TEString> distinct;
+        if (!table->GetDistinctValues(TEString(fieldName), mLayer->query_filter(), distinct))
+            return false;
+        found.reserve(distinct.size());
+        for (TEString& value : distinct)
+            found.push_back({std::move(value), -1});
+    }
 
     QStringList values;
     QHash<QString, int> countByValue;
-    values.reserve(int(distinct.size()));
-    countByValue.reserve(int(distinct.size()));
-    for (const TEString& value : distinct) {
-        const QString text = value.toQString();
+    values.reserve(int(found.size()));
+    countByValue.reserve(int(found.size()));
+    for (const TEFeatureTable::ValueCount& c : found) {
+        const QString text = c.value.toQString();
         values.append(text);
-        countByValue.insert(text, -1);
+        countByValue.insert(text, c.count);
     }
     QMutexLocker locker(&mValuesMutex);
     mValues.swap(values);
@@ -572,25 +572,27 @@ void TZModelUniqueValues::loadFromRender(const TECategorizedSymbolRender* render
     const QString field = render->GetExpression().toQString();
     runCollection(dialogParent, [this, field] { collectWithCounts(field); });
 
+    // One reset for the whole table: merging row by row would announce, and
+    // recount the priority columns, once per category.
+    beginResetModel();
+    QMutexLocker locker(&mValuesMutex);
     int total = 0;
-    {
-        QMutexLocker locker(&mValuesMutex);
-        for (int c : qAsConst(mCounts))
-            total += c;
-    }
-    mergeRow(nullptr, AllOtherValues, AllOtherValues, total);
+    for (int c : qAsConst(mCounts))
+        total += c;
+    mergeQuietly(nullptr, AllOtherValues, AllOtherValues, total);
 
     for (int i = 0; i < render->GetItemCount(); ++i) {
         const TERefPtr<TECategoryRenderItem> item = render->GetCategoryRenderItem(i);
         if (!item)
             continue;
         const QString value = item->GetValue().toQString();
-        if (value == AllOtherValues) {
-            mergeRow(item->GetStyle(), value, item->GetLabel().toQString(), 0);
-            continue;
-        }
-        mergeRow(item->GetStyle(), value, item->GetLabel().toQString(), valueCount(value));
+        // The catch-all item only gives the catch-all row its symbol.
+        const int count = value == AllOtherValues ? 0 : mCounts.value(value, 0);
+        mergeQuietly(item->GetStyle(), value, item->GetLabel().toQString(), count);
     }
+    locker.unlock();
+    mColumnCount = FirstPriorityColumn + priorityColumnCount();
+    endResetModel();
 }
 
 TEString TZModelUniqueValues::eventKey(const void* handler) const

@@ -126,7 +126,11 @@ private:
     void pushRow(const TZObjects::TERefPtr<TZObjects::TEStyle>& style, const QString& value,
                  const QString& label, int count);
     void invalidateRowIndex() { mRowIndexValid = false; }
-    bool collectDistinctValues(const QString& fieldName);
+    bool collect(const QString& fieldName, bool withCounts);
+    // Merging without announcing it, for bulk changes inside a reset.
+    void mergeQuietly(const TZObjects::TERefPtr<TZObjects::TEStyle>& style, const QString& value,
+                      const QString& label, int count);
+    void mergeInto(int row, const TZObjects::TERefPtr<TZObjects::TEStyle>& style, int count);
     void collectWithFallback(const QString& fieldName, bool count);
     void runCollection(QWidget* dialogParent, const std::function<void()>& job);
 

@@ -1,7 +1,7 @@
 #include "TZRenderPanelSingleSymbol.h"
 
 #include "TZControlRender.h"
-#include "TZDialogRotateByField.h"
+#include "TZLayerKinds.h"
 
 #include "ui_TZRenderPanelSingleSymbol.h"
 
@@ -100,18 +100,7 @@ bool TZRenderPanelSingleSymbol::getStyleType(TEStyle::StyleType& type)
     TELayer* layer = TZControlRender::instance(nullptr)->layer();
     if (!layer)
         return false;
-    switch (layer->GetLayerType()) {
-    case TELayer::LT_Point:
-    case TELayer::LT_MultiPoint:
-        type = TEStyle::PointStyle;
-        break;
-    case TELayer::LT_Line:
-        type = TEStyle::LineStyle;
-        break;
-    default:
-        type = TEStyle::FillStyle;
-        break;
-    }
+    type = TZLayerKinds::styleType(layer->GetLayerType());
     return true;
 }
 
@@ -127,8 +116,7 @@ void TZRenderPanelSingleSymbol::onReset()
     if (!features)
         return;
 
-    const TELayer::LayerType type = layer->GetLayerType();
-    mUi->mButtonRotate->setVisible(type == TELayer::LT_Point || type == TELayer::LT_MultiPoint);
+    mUi->mButtonRotate->setVisible(TZLayerKinds::isPoint(layer->GetLayerType()));
     mUi->mLabelCurrentSymbol->setAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
 
     const TERefPtr<TEFeatureRender> render = layer->GetRender().cast<TEFeatureRender>();
@@ -187,30 +175,8 @@ void TZRenderPanelSingleSymbol::onMoreDetail()
 
 void TZRenderPanelSingleSymbol::onSetupRotation()
 {
-    TEFeatureLayer* layer = featureLayer();
-    if (!layer)
-        return;
-    TZDialogRotateByField dialog(layer, this);
-    if (dialog.exec() != QDialog::Accepted)
-        return;
-    mClockwise = dialog.isClockwise();
-    switch (dialog.mode()) {
-    case TZDialogRotateByField::NoRotation:
-        mRotateByField = false;
-        break;
-    case TZDialogRotateByField::RandomRotation:
-        mRotateByField = true;
-        mRandomRotation = true;
-        mRandomMinimum = dialog.randomMinimum();
-        mRandomMaximum = dialog.randomMaximum();
-        mRotationField = QStringLiteral("<random>");
-        break;
-    default:
-        mRotateByField = true;
-        mRandomRotation = false;
-        mRotationField = dialog.field();
-        break;
-    }
+    if (TEFeatureLayer* layer = featureLayer())
+        mRotation.editWithDialog(layer, this, TZRotationSettings::ReadBy::Mode);
 }
 
 void TZRenderPanelSingleSymbol::RefreshTableView()
@@ -308,14 +274,10 @@ bool TZRenderPanelSingleSymbol::onApply()
     const auto render = MakeRef<TESingleSymbolRender>(mStyle);
     render->EnablePriorityRender(mUi->checkBox->isChecked());
     render->SetStyleLabel(TEString(mUi->mlineEditLabel->text()));
-    render->SetIsRotateByClockWise(mClockwise);
+    render->SetIsRotateByClockWise(mRotation.clockwise);
     render->SetIsMemorySymbol(mMemorySymbol);
     render->SetSymbolDB(TEString(mSymbolDBName));
-    render->SetIsRotateByField(mRotateByField);
-    if (mRotateByField)
-        render->SetRotateField(TEString(mRotationField));
-    if (mRandomRotation)
-        render->SetRotateRandomRange(mRandomMinimum, mRandomMaximum);
+    mRotation.writeFieldAndRange(*render);
     layer->SetSymbolRender(render);
     return true;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TZRenderPanel.h"
+#include "TZRotationSettings.h"
 
 #include "data/TEFeatureLayer.h"
 #include "renders/TEFeatureRender.h"
@@ -64,10 +65,5 @@ private:
     QString mSymbolDBName;
     bool mMemorySymbol = false;
     QStandardItemModel* mPriorityModel = nullptr;
-    bool mRotateByField = false;
-    bool mRandomRotation = false;
-    double mRandomMinimum = 0.0;
-    double mRandomMaximum = 360.0;
-    QString mRotationField;
-    bool mClockwise = true;
+    TZRotationSettings mRotation;
 };

@@ -1,7 +1,7 @@
 #include "TZRenderPanelUniqueValues.h"
 
 #include "TZControlRender.h"
-#include "TZDialogRotateByField.h"
+#include "TZLayerKinds.h"
 #include "TZModelUniqueValues.h"
 #include "TZSetupDialogDefautOutLineStyle.h"
 
@@ -70,11 +70,21 @@ void TZRenderPanelUniqueValues::createModel()
     table->setModel(mModel);
     table->setAlternatingRowColors(true);
     table->setIconSize(SymbolIconSize);
-    table->horizontalHeader()->setFixedHeight(25);
-    table->setColumnWidth(0, 45);
+    QHeaderView* header = table->horizontalHeader();
+    header->setFixedHeight(25);
+    // Count and the priority columns hold short numbers; the last column
+    // takes what is left, and never less than the default size.
+    header->setDefaultSectionSize(60);
+    header->setStretchLastSection(true);
+    // Row numbers add nothing to a category table and crowd its columns.
+    table->verticalHeader()->hide();
+    // 45 pixels as the Part has it, or more where the font would clip the
+    // "Symbols" header.
+    table->setColumnWidth(0, std::max(45, header->sectionSizeHint(0)));
     table->setColumnWidth(1, 80);
     table->setColumnWidth(2, 80);
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    mModel->setCountWhileCollecting(mUi->checkBox_2->isChecked());
 
     connect(mUi->mComboBoxValueField, SIGNAL(currentIndexChanged(int)), this, SLOT(onFieldChanged(int)));
     connect(mUi->mButtonAddAll, SIGNAL(clicked(bool)), this, SLOT(onAddAllValues()));
@@ -123,8 +133,7 @@ void TZRenderPanelUniqueValues::onReset()
         return;
     const TERefPtr<TEFeatureLayer> held(layer);
 
-    const TELayer::LayerType type = layer->GetLayerType();
-    mUi->mButtonRotate->setVisible(type == TELayer::LT_Point || type == TELayer::LT_MultiPoint);
+    mUi->mButtonRotate->setVisible(TZLayerKinds::isPoint(layer->GetLayerType()));
 
     const bool firstLoad = !mModel;
     if (firstLoad)
@@ -205,12 +214,8 @@ bool TZRenderPanelUniqueValues::onApply()
 
     const auto render = MakeRef<TECategorizedSymbolRender>(TEString(field));
     render->EnablePriorityRender(mUi->checkBox->isChecked());
-    render->SetIsRotateByClockWise(mClockwise);
-    render->SetIsRotateByField(mRotateByField);
-    if (mRotateByField)
-        render->SetRotateField(TEString(mRotationField));
-    if (mRandomRotation)
-        render->SetRotateRandomRange(mRandomMinimum, mRandomMaximum);
+    render->SetIsRotateByClockWise(mRotation.clockwise);
+    mRotation.writeFieldAndRange(*render);
 
     for (int r = 0; r < mModel->rowCount(); ++r) {
         const UniqueValueRow& row = mModel->row(r);
@@ -395,30 +400,8 @@ void TZRenderPanelUniqueValues::onSetupDefault()
 void TZRenderPanelUniqueValues::onSetupRotation()
 {
     TEFeatureLayer* layer = featureLayer();
-    if (!layer)
-        return;
-    TZDialogRotateByField dialog(layer, this);
-    if (dialog.exec() != QDialog::Accepted)
-        return;
-    mClockwise = dialog.isClockwise();
-    switch (dialog.mode()) {
-    case TZDialogRotateByField::NoRotation:
-        mRotateByField = false;
-        break;
-    case TZDialogRotateByField::RandomRotation:
-        mRotateByField = true;
-        mRandomRotation = true;
-        mRandomMinimum = dialog.randomMinimum();
-        mRandomMaximum = dialog.randomMaximum();
-        mRotationField = QStringLiteral("<random>");
-        break;
-    default:
-        mRotateByField = true;
-        mRandomRotation = false;
-        mRotationField = dialog.field();
-        break;
-    }
-    TZControlRender::instance(nullptr)->onApply();
+    if (layer && mRotation.editWithDialog(layer, this, TZRotationSettings::ReadBy::FieldText))
+        TZControlRender::instance(nullptr)->onApply();
 }
 
 void TZRenderPanelUniqueValues::refreshPriorityColumns()

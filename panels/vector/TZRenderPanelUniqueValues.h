@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TZRenderPanel.h"
+#include "TZRotationSettings.h"
 
 #include "core/TEColor.h"
 #include "data/TEFeatureLayer.h"
@@ -68,12 +69,7 @@ private:
     double mOutlineWidth = 0.25;
     int mOutlineUnit = 1;
     TZObjects::TEColor mOutlineColor = TZObjects::TEColor(185, 185, 185);
-    bool mRotateByField = false;
-    bool mRandomRotation = false;
-    double mRandomMinimum = 0.0;
-    double mRandomMaximum = 360.0;
-    QString mRotationField;
-    bool mClockwise = true;
+    TZRotationSettings mRotation;
     int mSymbolColumnWidth = 0;
     int mRowHeight = 0;
 };

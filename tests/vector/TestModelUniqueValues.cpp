@@ -471,7 +471,14 @@ private Q_SLOTS:
         render.AddCategory(TEString(L"<all other values>"), TEString(L"Others"), otherSymbol);
         render.AddCategory(TEString(L"Oslo"), TEString(L"Capital"), osloSymbol);
         render.AddCategory(TEString(L"Paris"), TEString(L"Paris"), nullptr);
+        // Priority shown: a per-row announcement would recount the columns
+        // over every row for each category.
+        model.setPriorityShown(true);
+        QSignalSpy inserted(&model, &QAbstractItemModel::rowsInserted);
+        QSignalSpy reset(&model, &QAbstractItemModel::modelReset);
         model.loadFromRender(&render, nullptr);
+        QCOMPARE(inserted.count(), 0);
+        QCOMPARE(reset.count(), 1);
 
         QCOMPARE(column(model, 1), (QStringList{QStringLiteral("<all other values>"), QStringLiteral("Oslo"),
                                                 QStringLiteral("Paris")}));

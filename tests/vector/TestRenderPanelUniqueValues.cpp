@@ -8,14 +8,18 @@
 
 #include "renders/TECategorizedSymbolRender.h"
 #include "renders/TEMatchToSymbolsRender.h"
+#include "symbology/TEStyleSimpleFill.h"
 #include "symbology/TEStyleSimpleLine.h"
 #include "widgets/TZColorBtn.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDoubleSpinBox>
+#include <QHeaderView>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QTableView>
+#include <QToolButton>
 
 using namespace TZObjects;
 
@@ -126,6 +130,101 @@ private Q_SLOTS:
         QCOMPARE(child<QComboBox>(panel, "mComboBoxLineWidthUnit")->currentIndex(), 1);
         QCOMPARE(child<QDoubleSpinBox>(panel, "mLineWidthBox")->value(), 0.25);
         QCOMPARE(child<TZColorBtn>(panel, "mLineColorBtn")->getColor(), QRgb(0xFFB9B9B9));
+        // The "Symbols" header is not clipped by the 45-pixel column.
+        QTableView* table = child<QTableView>(panel, "mTableViewValues");
+        QVERIFY(table->columnWidth(0) >= table->horizontalHeader()->sectionSizeHint(0));
+    }
+
+    void countChoiceMadeBeforeTheFirstLoadIsKept()
+    {
+        auto layer = VectorFixtures::makeLayer(TELayer::LT_Point, Cities);
+        TZControlRender::instance(nullptr)->setLayer(layer.get());
+        TZRenderPanelUniqueValues panel;
+        panel.show();
+        child<QCheckBox>(&panel, "checkBox_2")->click();
+        panel.onReset();
+        QVERIFY(panel.model());
+        QVERIFY(panel.model()->countWhileCollecting());
+        TZControlRender::instance(nullptr)->setLayer(nullptr);
+    }
+
+    // Part 2.3 reads the dialog's field text, not its mode, and applies at
+    // once: a dialog accepted untouched keeps the render's (empty) field
+    // and so turns rotation on.
+    void rotationGoesByTheChosenTextAndIsAppliedAtOnce_data()
+    {
+        QTest::addColumn<QStringList>("picks");
+        QTest::addColumn<bool>("byField");
+        QTest::addColumn<QString>("field");
+        QTest::addColumn<bool>("clockwise");
+        QTest::newRow("a field") << QStringList{"angle"} << true << "angle" << false;
+        QTest::newRow("random") << QStringList{"<random>"} << true << "<random>" << true;
+        QTest::newRow("none picked") << QStringList{"angle", "<none>"} << false << "" << true;
+        QTest::newRow("accepted untouched") << QStringList{} << true << "" << true;
+    }
+    void rotationGoesByTheChosenTextAndIsAppliedAtOnce()
+    {
+        QFETCH(QStringList, picks);
+        QFETCH(bool, byField);
+        QFETCH(QString, field);
+        QFETCH(bool, clockwise);
+        auto layer = VectorFixtures::makeLayer(TELayer::LT_Point, Cities);
+        TZRenderPanelUniqueValues* panel = openPanel(layer.get());
+        QVERIFY(panel);
+        QVERIFY(panel->onApply());
+        const TERefPtr<TEFeatureRender> before = layer->GetSymbolRender();
+
+        ModalAnswer answer("TZDialogRotateByField", [&](QWidget* dialog) {
+            for (const QString& pick : picks)
+                child<QComboBox>(dialog, "mComboBoxFields")->setCurrentText(pick);
+            child<QDoubleSpinBox>(dialog, "mDoubleSpinBoxMaximum")->setValue(90.0);
+            child<QRadioButton>(dialog, clockwise ? "mRadioButtonGeo" : "mRadioButtonArithmetic")->click();
+            static_cast<QDialog*>(dialog)->accept();
+        });
+        child<QPushButton>(panel, "mButtonRotate")->click();
+        QVERIFY(answer.answered());
+
+        const TERefPtr<TEFeatureRender> render = layer->GetSymbolRender();
+        QVERIFY(render && render != before);
+        QCOMPARE(render->IsRotateByField(), byField);
+        QCOMPARE(render->IsRotateByClockWise(), clockwise);
+        if (byField)
+            QCOMPARE(render->GetRotateField().toQString(), field);
+        if (field == QLatin1String("<random>")) {
+            double minimum = -1.0;
+            double maximum = -1.0;
+            render->GetRotateRandomRange(minimum, maximum);
+            QCOMPARE(maximum, 90.0);
+        }
+    }
+
+    void defaultOutlineFromTheSetupDialogIsApplied()
+    {
+        auto layer = VectorFixtures::makeLayer(TELayer::LT_Polygon, Cities);
+        TZRenderPanelUniqueValues* panel = openPanel(layer.get());
+        QVERIFY(panel);
+        addAllWithCounts(panel);
+        ModalAnswer answer("TZSetupDialogDefautOutLineStyle", [](QWidget* dialog) {
+            dialog->findChild<QDoubleSpinBox*>()->setValue(0.75);
+            dialog->findChild<QComboBox*>()->setCurrentIndex(2);
+            dialog->findChild<TZColorBtn*>()->setColor(0xFF123456);
+            child<QPushButton>(dialog, "mButtonOk")->click();
+        });
+        child<QToolButton>(panel, "mButtonSetupDefault")->click();
+        QVERIFY(answer.answered());
+        QCOMPARE(child<QDoubleSpinBox>(panel, "mLineWidthBox")->value(), 0.75);
+        QCOMPARE(child<QComboBox>(panel, "mComboBoxLineWidthUnit")->currentText(), QStringLiteral("CM"));
+
+        QVERIFY(panel->onApply());
+        const auto render = layer->GetSymbolRender().cast<TECategorizedSymbolRender>();
+        QCOMPARE(render->GetOutLineInfo().width, 0.75);
+        QCOMPARE(render->GetOutLineInfo().unit, 2);
+        QCOMPARE(render->GetOutLineInfo().color.GetColor(), 0xFF123456u);
+        // The value rows were given the new outline.
+        auto* fill = dynamic_cast<TEStyleSimpleFill*>(panel->model()->row(1).style.get());
+        QVERIFY(fill && fill->GetOutline());
+        QCOMPARE(fill->GetOutline()->GetWidth(), 0.75);
+        QCOMPARE(fill->GetOutline()->GetColor().GetColor(), 0xFF123456u);
     }
 
     void applyWithOnlyTheCatchAllRow()
