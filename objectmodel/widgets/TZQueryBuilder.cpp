@@ -4,11 +4,13 @@
 
 #include "widgets/TZWaitDialog.h"
 
+#include "data/TEFeatureCursor.h"
 #include "data/TEFeatureLayer.h"
 #include "data/TEFeatureTable.h"
 #include "data/TEWhereClause.h"
 
 #include <QMessageBox>
+#include <QSet>
 
 #include <ogr_api.h>
 
@@ -216,13 +218,35 @@ void TZQueryBuilder::readValues(int limit)
     if (!mLayer || fieldName.isEmpty())
         return;
     const TERefPtr<TEFeatureLayer> layer = mLayer;
+    const TEString field(fieldName);
     std::vector<TEString> values;
     QString error;
     bool read = false;
     TZWaitDialog wait(tr("Reading values..."), this);
     const bool finished = wait.WaitFor([&] {
-        const TERefPtr<TEFeatureTable> table = layer->GetDatasource();
-        read = table && table->GetDistinctValues(TEString(fieldName), values, &error);
+        if (limit < 0) {
+            const TERefPtr<TEFeatureTable> table = layer->GetDatasource();
+            read = table && table->GetDistinctValues(field, values, &error);
+            return;
+        }
+        // A sample stops at the first limit distinct values instead of
+        // reading the whole layer.
+        TEQueryFilter filter;
+        filter.SetGeometryNeeded(false);
+        filter.AddSubField(field);
+        const TERefPtr<TEFeatureCursor> cursor = layer->Search(filter, &error);
+        read = bool(cursor);
+        QSet<QString> seen;
+        while (cursor && int(values.size()) < limit) {
+            const TERefPtr<TEFeature> feature = cursor->NextFeature();
+            if (!feature)
+                break;
+            const TEString value = feature->GetValue(field).ToString();
+            if (!seen.contains(value.toQString())) {
+                seen.insert(value.toQString());
+                values.push_back(value);
+            }
+        }
     });
     if (!finished || !read) {
         QMessageBox::warning(this, tr("Warning"),
@@ -231,9 +255,8 @@ void TZQueryBuilder::readValues(int limit)
         return;
     }
     mUi->mListValues->clear();
-    const int shown = limit < 0 ? int(values.size()) : qMin(limit, int(values.size()));
-    for (int i = 0; i < shown; ++i)
-        mUi->mListValues->addItem(values[size_t(i)].toQString());
+    for (const TEString& value : values)
+        mUi->mListValues->addItem(value.toQString());
 }
 
 void TZQueryBuilder::onTest()

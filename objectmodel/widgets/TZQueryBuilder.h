@@ -53,6 +53,8 @@ private:
     static constexpr int SampleSize = 25;
 
     void insertText(const QString& text);
+    // Lists the current field's first limit distinct values (all of them
+    // when limit < 0), read behind the wait dialog.
     void readValues(int limit);
     QString currentFieldName() const;
 

@@ -90,6 +90,26 @@ private Q_SLOTS:
         QVERIFY(builder.findChild<QLabel*>(QStringLiteral("mLabelStatus"))->text().contains(QLatin1String("2")));
     }
 
+    void sampleStopsAtTwentyFiveDistinctValuesAllListsEvery()
+    {
+        QString error;
+        TERefPtr<TEMemoryFeatureLayer> codes = TEMemoryFeatureLayer::Create(
+            QStringLiteral("codes"), TELayer::LT_Point, {{QStringLiteral("code"), TEField::FT_String}}, {}, &error);
+        QVERIFY2(codes, qPrintable(error));
+        for (int i = 0; i < 80; ++i) {
+            const QString code = QStringLiteral("c%1").arg(i % 40, 2, 10, QLatin1Char('0'));
+            QVERIFY(codes->AppendFeature(QStringLiteral("POINT (%1 0)").arg(i), {TEVariant(TEString(code))}) >= 0);
+        }
+        TZQueryBuilder builder(codes.get(), true, nullptr);
+        auto* values = builder.findChild<QListWidget*>(QStringLiteral("mListValues"));
+        builder.findChild<QPushButton*>(QStringLiteral("mButtonSample"))->click();
+        QCOMPARE(values->count(), 25);
+        QCOMPARE(values->item(0)->text(), QStringLiteral("c00"));
+        QCOMPARE(values->item(24)->text(), QStringLiteral("c24"));
+        builder.findChild<QPushButton*>(QStringLiteral("mButtonAll"))->click();
+        QCOMPARE(values->count(), 40);
+    }
+
 private:
     TERefPtr<TEMemoryFeatureLayer> mLayer;
 };
