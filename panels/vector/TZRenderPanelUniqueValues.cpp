@@ -15,6 +15,7 @@
 
 #include <QHeaderView>
 #include <QMessageBox>
+#include <QScrollBar>
 
 #include <algorithm>
 
@@ -83,6 +84,10 @@ void TZRenderPanelUniqueValues::createModel()
     table->setColumnWidth(0, std::max(45, header->sectionSizeHint(0)));
     table->setColumnWidth(1, 80);
     table->setColumnWidth(2, 80);
+    // Wide enough for the four columns and a vertical scroll bar, so that a
+    // narrow dock does not clip the Count column.
+    table->setMinimumWidth(header->length() + 2 * table->frameWidth()
+                           + table->verticalScrollBar()->sizeHint().width());
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     mModel->setCountWhileCollecting(mUi->checkBox_2->isChecked());
 

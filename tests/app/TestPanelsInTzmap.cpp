@@ -45,30 +45,33 @@ class TestPanelsInTzmap : public QObject
             QVERIFY(finished.wait(10000));
     }
 
-    static TELayer* layerNamed(const TZMapWindow& window, const QString& name)
-    {
-        for (const auto& layer : window.layerTree()->layers()) {
-            if (layer->GetLayerName().toQString() == name)
-                return layer.get();
-        }
-        return nullptr;
-    }
-
     template <class T>
     static T* child(QWidget* parent, const char* name)
     {
         return parent->findChild<T*>(QString::fromLatin1(name));
     }
 
-    // Once the dock has taken its place beside the canvas, the map shows
-    // both squares whole.
-    static TZMapCanvas* showBothSquares(TZMapWindow& window)
+    // Shows the window with the fixture open and selects "squares", which
+    // hands the layer to the dock; once the dock has taken its place beside
+    // the canvas, the map is zoomed on both squares. Null on failure.
+    TEFeatureLayer* openSquares(TZMapWindow& window)
     {
+        window.resize(1200, 700);
+        window.show();
+        if (!QTest::qWaitForWindowExposed(&window) || window.openPaths({mVectors}) != 2)
+            return nullptr;
+        TEFeatureLayer* squares = nullptr;
+        for (const auto& layer : window.layerTree()->layers()) {
+            if (layer->GetLayerName().toQString() == QLatin1String("squares"))
+                squares = dynamic_cast<TEFeatureLayer*>(layer.get());
+        }
+        if (!squares)
+            return nullptr;
+        window.selectLayer(squares->GetGuidStr().toQString());
         QCoreApplication::processEvents();
-        TZMapCanvas* canvas = window.canvas();
-        canvas->zoomToExtent(QRectF(0.0, 0.0, 200.0, 100.0));
-        waitForDrawing(canvas);
-        return canvas;
+        window.canvas()->zoomToExtent(QRectF(0.0, 0.0, 200.0, 100.0));
+        waitForDrawing(window.canvas());
+        return squares;
     }
 
     static QColor pixel(TZMapCanvas* canvas, const QPointF& map)
@@ -103,15 +106,10 @@ private Q_SLOTS:
     void singleSymbolChosenInTheSelectorDrawsThePolygons()
     {
         TZMapWindow window;
-        window.resize(1200, 700);
-        window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
-        QCOMPARE(window.openPaths({mVectors}), 2);
-        auto* squares = dynamic_cast<TEFeatureLayer*>(layerNamed(window, QStringLiteral("squares")));
+        TEFeatureLayer* squares = openSquares(window);
         QVERIFY(squares);
-        window.selectLayer(squares->GetGuidStr().toQString());
+        TZMapCanvas* canvas = window.canvas();
         TZControlRender* dock = TZControlRender::instance(nullptr);
-        TZMapCanvas* canvas = showBothSquares(window);
         QVERIFY(dock->isVisible());
         QCOMPARE(dock->layer(), static_cast<TELayer*>(squares));
         chooseStyle(dock, QStringLiteral("Single symbol"));
@@ -146,16 +144,11 @@ private Q_SLOTS:
     void uniqueValuesDrawEachCategoryListItInTheLegendAndResetReadsItBack()
     {
         TZMapWindow window;
-        window.resize(1200, 700);
-        window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
-        QCOMPARE(window.openPaths({mVectors}), 2);
-        auto* squares = dynamic_cast<TEFeatureLayer*>(layerNamed(window, QStringLiteral("squares")));
+        TEFeatureLayer* squares = openSquares(window);
         QVERIFY(squares);
         const QString guid = squares->GetGuidStr().toQString();
-        window.selectLayer(guid);
+        TZMapCanvas* canvas = window.canvas();
         TZControlRender* dock = TZControlRender::instance(nullptr);
-        TZMapCanvas* canvas = showBothSquares(window);
         chooseStyle(dock, QStringLiteral("Unique Values"));
 
         QComboBox* fields = child<QComboBox>(dock, "mComboBoxValueField");
