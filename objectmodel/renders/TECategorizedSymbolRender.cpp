@@ -66,7 +66,7 @@ void TECategorizedSymbolRender::AddCategory(const TEString& value, const TEStrin
 {
     mItems.push_back(MakeRef<TECategoryRenderItem>(value, label, style,
                                                    TEScaleRange(scaleFilter, minScale, maxScale)));
-    CategoriesChanged();
+    CategoryAdded(GetItemCount() - 1);
 }
 
 TERefPtr<TECategoryRenderItem> TECategorizedSymbolRender::GetCategoryRenderItem(int index) const
@@ -115,15 +115,20 @@ void TECategorizedSymbolRender::CategoriesChanged()
 {
     mIndexByValue.clear();
     mCatchAllIndex = -1;
-    for (size_t i = 0; i < mItems.size(); ++i) {
-        const TEString value = mItems[i]->GetValue();
-        if (value == AllOtherValues) {
-            if (mCatchAllIndex < 0)
-                mCatchAllIndex = int(i);
-            continue;
-        }
-        mIndexByValue.emplace(value, int(i));
+    for (int i = 0; i < GetItemCount(); ++i)
+        TECategorizedSymbolRender::CategoryAdded(i);
+}
+
+void TECategorizedSymbolRender::CategoryAdded(int index)
+{
+    // The first category of a value wins, as does the first catch-all.
+    const TEString value = mItems[size_t(index)]->GetValue();
+    if (value == AllOtherValues) {
+        if (mCatchAllIndex < 0)
+            mCatchAllIndex = index;
+        return;
     }
+    mIndexByValue.emplace(value, index);
 }
 
 void TECategorizedSymbolRender::save(QJsonObject& json) const

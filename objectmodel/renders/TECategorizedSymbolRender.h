@@ -70,8 +70,11 @@ public:
 
 protected:
     void VisitStyles(const StyleVisitor& visit) override;
-    // Called whenever the category list changed.
+    // Called whenever the category list changed as a whole.
     virtual void CategoriesChanged();
+    // Called after one category was appended at index; keeps adding n
+    // categories linear instead of rebuilding the lookup n times.
+    virtual void CategoryAdded(int index);
     // Called whenever the expression changed (not from the constructor).
     virtual void ExpressionChanged() {}
     // Text of the feature's value that categories are matched against.

@@ -55,15 +55,25 @@ const TECategoryRenderItem* TEGradingSymbolRender::FindCategory(TEFeature* featu
 
 void TEGradingSymbolRender::CategoriesChanged()
 {
-    TECategorizedSymbolRender::CategoriesChanged();
     mRanges.clear();
-    const auto& items = Items();
-    for (size_t i = 0; i < items.size(); ++i) {
-        Range range;
-        range.item = int(i);
-        if (ParseRange(items[i]->GetValue(), range.lower, range.upper))
-            mRanges.push_back(range);
-    }
+    // The base calls its own CategoryAdded per item, not this override.
+    TECategorizedSymbolRender::CategoriesChanged();
+    for (int i = 0; i < GetItemCount(); ++i)
+        AddRange(i);
+}
+
+void TEGradingSymbolRender::CategoryAdded(int index)
+{
+    TECategorizedSymbolRender::CategoryAdded(index);
+    AddRange(index);
+}
+
+void TEGradingSymbolRender::AddRange(int index)
+{
+    Range range;
+    range.item = index;
+    if (ParseRange(Items()[size_t(index)]->GetValue(), range.lower, range.upper))
+        mRanges.push_back(range);
 }
 
 void TEGradingSymbolRender::save(QJsonObject& json) const

@@ -32,8 +32,12 @@ public:
 
 protected:
     void CategoriesChanged() override;
+    void CategoryAdded(int index) override;
 
 private:
+    // Appends the range of the category at index, when its value is one.
+    void AddRange(int index);
+
     struct Range
     {
         double lower = 0.0;

@@ -1,5 +1,7 @@
 #include "AppFixture.h"
 
+#include "symbology/TEStyleSimpleFill.h"
+
 #include <QDir>
 
 #include <cpl_conv.h>
@@ -121,4 +123,11 @@ QImage AppFixture::blankImage(const TZMapViewport& viewport, const QColor& fill)
     QImage image(viewport.deviceSize(), QImage::Format_ARGB32_Premultiplied);
     image.fill(fill);
     return image;
+}
+
+TZObjects::TERefPtr<TZObjects::TEStyle> AppFixture::fillStyle(const QColor& color)
+{
+    auto style = TZObjects::MakeRef<TZObjects::TEStyleSimpleFill>();
+    style->SetColor(TZObjects::TEColor(color.red(), color.green(), color.blue()));
+    return style;
 }

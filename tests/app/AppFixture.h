@@ -2,6 +2,9 @@
 
 #include "TZMapViewport.h"
 
+#include "core/TERefPtr.h"
+#include "symbology/TEStyle.h"
+
 #include <QColor>
 #include <QImage>
 #include <QString>
@@ -28,6 +31,9 @@ public:
     static TZMapViewport squaresViewport();
     // The colour of the image at a map point.
     static QColor colorAt(const QImage& image, const TZMapViewport& viewport, const QPointF& map);
+    // A solid fill style of the colour, with the style's default outline.
+    static TZObjects::TERefPtr<TZObjects::TEStyle> fillStyle(const QColor& color);
+
     // A blank image for the viewport.
     static QImage blankImage(const TZMapViewport& viewport, const QColor& fill = Qt::white);
 };

@@ -18,13 +18,6 @@ using namespace TZObjects;
 
 namespace {
 
-TERefPtr<TEStyle> fill(const QColor& color)
-{
-    auto style = MakeRef<TEStyleSimpleFill>();
-    style->SetColor(TEColor(color.red(), color.green(), color.blue()));
-    return style;
-}
-
 TERefPtr<TEStyle> marker(const QColor& color, double sizeMm)
 {
     auto style = MakeRef<TEStyleSimplePoint>();
@@ -71,7 +64,7 @@ private Q_SLOTS:
     void singleSymbolFillsThePolygonsInside()
     {
         TERefPtr<TEFeatureLayer> squares = openSquares();
-        squares->SetSymbolRender(MakeRef<TESingleSymbolRender>(fill(Qt::red)));
+        squares->SetSymbolRender(MakeRef<TESingleSymbolRender>(AppFixture::fillStyle(Qt::red)));
         const TZMapViewport view = AppFixture::squaresViewport();
         bool finished = false;
         const QImage image = drawLayer(squares.get(), view, &finished);
@@ -84,8 +77,8 @@ private Q_SLOTS:
     {
         TERefPtr<TEFeatureLayer> squares = openSquares();
         auto render = MakeRef<TECategorizedSymbolRender>(TEString(L"landuse"));
-        render->AddCategory(L"Forest", L"Forest", fill(QColor(0, 128, 0)));
-        render->AddCategory(L"Water", L"Water", fill(QColor(0, 0, 255)));
+        render->AddCategory(L"Forest", L"Forest", AppFixture::fillStyle(QColor(0, 128, 0)));
+        render->AddCategory(L"Water", L"Water", AppFixture::fillStyle(QColor(0, 0, 255)));
         squares->SetSymbolRender(render);
         const TZMapViewport view = AppFixture::squaresViewport();
         const QImage image = drawLayer(squares.get(), view);
@@ -97,7 +90,7 @@ private Q_SLOTS:
     {
         TERefPtr<TEFeatureLayer> squares = openSquares();
         auto render = MakeRef<TECategorizedSymbolRender>(TEString(L"landuse"));
-        render->AddCategory(L"Forest", L"Forest", fill(QColor(0, 128, 0)));
+        render->AddCategory(L"Forest", L"Forest", AppFixture::fillStyle(QColor(0, 128, 0)));
         render->SetIsShowOtherValue(false);
         squares->SetSymbolRender(render);
         const TZMapViewport view = AppFixture::squaresViewport();
@@ -112,8 +105,8 @@ private Q_SLOTS:
         const TZMapViewport view = AppFixture::squaresViewport();
         const double scale = view.scale();
         auto render = MakeRef<TECategorizedSymbolRender>(TEString(L"landuse"));
-        render->AddCategory(L"Forest", L"Forest", fill(Qt::red), true, scale * 2.0, scale * 10.0);
-        render->AddCategory(L"Water", L"Water", fill(Qt::blue), true, scale / 2.0, scale * 2.0);
+        render->AddCategory(L"Forest", L"Forest", AppFixture::fillStyle(Qt::red), true, scale * 2.0, scale * 10.0);
+        render->AddCategory(L"Water", L"Water", AppFixture::fillStyle(Qt::blue), true, scale / 2.0, scale * 2.0);
         squares->SetSymbolRender(render);
         const QImage image = drawLayer(squares.get(), view);
         QCOMPARE(AppFixture::colorAt(image, view, {50, 50}), QColor(Qt::white));
@@ -173,7 +166,7 @@ private Q_SLOTS:
     void viewportOutsideTheDataDrawsNothing()
     {
         TERefPtr<TEFeatureLayer> squares = openSquares();
-        squares->SetSymbolRender(MakeRef<TESingleSymbolRender>(fill(Qt::red)));
+        squares->SetSymbolRender(MakeRef<TESingleSymbolRender>(AppFixture::fillStyle(Qt::red)));
         const TZMapViewport away(QSize(100, 100), QPointF(5000, 5000), 1.0);
         const QImage image = drawLayer(squares.get(), away);
         QCOMPARE(image, AppFixture::blankImage(away));

@@ -21,17 +21,6 @@
 
 using namespace TZObjects;
 
-namespace {
-
-TERefPtr<TEStyle> fill(const QColor& color)
-{
-    auto style = MakeRef<TEStyleSimpleFill>();
-    style->SetColor(TEColor(color.red(), color.green(), color.blue()));
-    return style;
-}
-
-} // namespace
-
 // The main window, its canvas and the dock working together as a user sees them.
 class TestMapWindow : public QObject
 {
@@ -63,7 +52,7 @@ private Q_SLOTS:
         QCOMPARE(TEMapViewManager::GetInstance()->GetActivedMapView(), static_cast<TEMapView*>(&canvas));
         canvas.resize(400, 200);
         TERefPtr<TEFeatureLayer> squares = TEFeatureLayer::Open(mVectors, QStringLiteral("squares"));
-        squares->SetSymbolRender(MakeRef<TESingleSymbolRender>(fill(Qt::red)));
+        squares->SetSymbolRender(MakeRef<TESingleSymbolRender>(AppFixture::fillStyle(Qt::red)));
         QSignalSpy finished(&canvas, &TZMapCanvas::drawingFinished);
         canvas.setLayers({squares});
         canvas.setViewport(AppFixture::squaresViewport());
@@ -110,7 +99,7 @@ private Q_SLOTS:
         canvas->setViewport(AppFixture::squaresViewport());
         waitForDrawing(canvas);
         TELayer* squares = layerNamed(window, QStringLiteral("squares"));
-        static_cast<TEFeatureLayer*>(squares)->SetSymbolRender(MakeRef<TESingleSymbolRender>(fill(Qt::blue)));
+        static_cast<TEFeatureLayer*>(squares)->SetSymbolRender(MakeRef<TESingleSymbolRender>(AppFixture::fillStyle(Qt::blue)));
         Q_EMIT TZControlRender::instance(nullptr)->refreshMap();
         waitForDrawing(canvas);
         // Away from the spot drawn over the square.
@@ -154,8 +143,8 @@ private Q_SLOTS:
         window.openPaths({mVectors});
         auto* squares = static_cast<TEFeatureLayer*>(layerNamed(window, QStringLiteral("squares")));
         auto render = MakeRef<TECategorizedSymbolRender>(TEString(L"landuse"));
-        render->AddCategory(L"Forest", L"Woodland", fill(Qt::green));
-        render->AddCategory(L"Water", TEString(), fill(Qt::blue));
+        render->AddCategory(L"Forest", L"Woodland", AppFixture::fillStyle(Qt::green));
+        render->AddCategory(L"Water", TEString(), AppFixture::fillStyle(Qt::blue));
         squares->SetSymbolRender(render);
         Q_EMIT TZControlRender::instance(nullptr)->symbolChanged(squares->GetGuidStr().toQString());
 
