@@ -5,22 +5,21 @@
 // Usage: bench_data [folder]   (default: <temp>/tzrender-bench; the
 // GeoPackage is made once and reused by later runs)
 
+#include "BenchSupport.h"
+
 #include "data/TEFeatureTable.h"
 #include "data/TEGdalSupport.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
 
 #include <gdal.h>
-#include <ogr_srs_api.h>
 #include <sqlite3.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <functional>
-#include <string>
 #include <unordered_map>
 #include <vector>
 
@@ -31,48 +30,6 @@ namespace {
 constexpr int kFeatureCount = 1000000;
 constexpr int kDistinctKinds = 250;
 constexpr int kRepeats = 5;
-const char* const kLayer = "points";
-
-bool makeGeoPackage(const QString& path)
-{
-    const QString partial = QString(path).replace(QStringLiteral(".gpkg"), QStringLiteral(".part.gpkg"));
-    QFile::remove(partial);
-    GDALDriverH driver = GDALGetDriverByName("GPKG");
-    GDALDatasetH dataset = GDALCreate(driver, partial.toUtf8().constData(), 0, 0, 0, GDT_Unknown, nullptr);
-    if (!dataset)
-        return false;
-    OGRSpatialReferenceH srs = OSRNewSpatialReference(nullptr);
-    OSRImportFromEPSG(srs, 4326);
-    OGRLayerH layer = GDALDatasetCreateLayer(dataset, kLayer, srs, wkbPoint, nullptr);
-    OSRRelease(srs);
-    OGRFieldDefnH kind = OGR_Fld_Create("kind", OFTString);
-    OGRFieldDefnH number = OGR_Fld_Create("n", OFTInteger);
-    OGR_L_CreateField(layer, kind, TRUE);
-    OGR_L_CreateField(layer, number, TRUE);
-    OGR_Fld_Destroy(kind);
-    OGR_Fld_Destroy(number);
-
-    GDALDatasetStartTransaction(dataset, FALSE);
-    OGRFeatureH feature = OGR_F_Create(OGR_L_GetLayerDefn(layer));
-    OGRGeometryH point = OGR_G_CreateGeometry(wkbPoint);
-    unsigned state = 12345;
-    bool ok = true;
-    for (int i = 0; i < kFeatureCount && ok; ++i) {
-        state = state * 1103515245u + 12345u;  // deterministic, evenly spread kinds
-        const int k = int((state >> 8) % kDistinctKinds);
-        OGR_F_SetFID(feature, OGRNullFID);
-        OGR_F_SetFieldString(feature, 0, QStringLiteral("class %1").arg(k, 3, 10, QLatin1Char('0')).toUtf8().constData());
-        OGR_F_SetFieldInteger(feature, 1, int(state % 1000));
-        OGR_G_SetPoint_2D(point, 0, (i % 1000) * 0.01, (i / 1000) * 0.01);
-        OGR_F_SetGeometry(feature, point);
-        ok = OGR_L_CreateFeature(layer, feature) == OGRERR_NONE;
-    }
-    OGR_G_DestroyGeometry(point);
-    OGR_F_Destroy(feature);
-    ok = ok && GDALDatasetCommitTransaction(dataset) == OGRERR_NONE;
-    GDALClose(dataset);
-    return ok && QFile::rename(partial, path);
-}
 
 // Median of kRepeats timed runs, in milliseconds, after one warm-up run.
 double timeMs(const std::function<size_t()>& run, size_t& resultSize)
@@ -91,24 +48,6 @@ double timeMs(const std::function<size_t()>& run, size_t& resultSize)
     return times[times.size() / 2];
 }
 
-size_t sqliteRows(sqlite3* db, const char* sql)
-{
-    sqlite3_stmt* statement = nullptr;
-    if (sqlite3_prepare_v2(db, sql, -1, &statement, nullptr) != SQLITE_OK) {
-        std::fprintf(stderr, "sqlite: %s\n", sqlite3_errmsg(db));
-        return 0;
-    }
-    size_t rows = 0;
-    std::vector<std::string> texts;
-    while (sqlite3_step(statement) == SQLITE_ROW) {
-        const unsigned char* text = sqlite3_column_text(statement, 0);
-        texts.emplace_back(text ? reinterpret_cast<const char*>(text) : "");
-        ++rows;
-    }
-    sqlite3_finalize(statement);
-    return rows;
-}
-
 void printRatio(const char* what, double ours, double reference, const char* referenceName, double target)
 {
     const double ratio = ours / reference;
@@ -124,16 +63,17 @@ int main(int argc, char** argv)
     TEGdalSupport::EnsureRegistered();
     const QString folder = argc > 1 ? QString::fromLocal8Bit(argv[1])
                                     : QDir::temp().filePath(QStringLiteral("tzrender-bench"));
-    QDir().mkpath(folder);
-    const QString path = QDir(folder).filePath(QStringLiteral("points-1m.gpkg"));
-    if (!QFile::exists(path)) {
-        std::printf("Making %s (%d points, done once)...\n", qPrintable(path), kFeatureCount);
-        std::fflush(stdout);
-        if (!makeGeoPackage(path)) {
-            std::fprintf(stderr, "Cannot make %s: %s\n", qPrintable(path), qPrintable(TEGdalSupport::LastError()));
-            return 1;
-        }
-    }
+    // A string field of evenly spread kinds and an integer field.
+    const QString path = BenchSupport::ensurePointGeoPackage(
+        folder, QStringLiteral("points-1m.gpkg"), kFeatureCount, {{"kind", OFTString}, {"n", OFTInteger}}, 12345,
+        [](OGRFeatureH feature, int, unsigned state) {
+            const int k = int((state >> 8) % kDistinctKinds);
+            OGR_F_SetFieldString(feature, 0,
+                                 QStringLiteral("class %1").arg(k, 3, 10, QLatin1Char('0')).toUtf8().constData());
+            OGR_F_SetFieldInteger(feature, 1, int(state % 1000));
+        });
+    if (path.isEmpty())
+        return 1;
 
     QString error;
     TERefPtr<TEFeatureLayer> layer = TEFeatureLayer::Open(path, {}, &error);
@@ -151,10 +91,10 @@ int main(int argc, char** argv)
     TERefPtr<TEFeatureTable> table = layer->GetDatasource();
     size_t rows = 0;
 
-    const double sqliteDistinct = timeMs([&] { return sqliteRows(db, "SELECT DISTINCT kind FROM points"); }, rows);
+    const double sqliteDistinct = timeMs([&] { return BenchSupport::sqliteRows(db, "SELECT DISTINCT kind FROM points"); }, rows);
     const size_t sqliteDistinctRows = rows;
     const double sqliteCounts =
-        timeMs([&] { return sqliteRows(db, "SELECT kind, COUNT(*) FROM points GROUP BY kind"); }, rows);
+        timeMs([&] { return BenchSupport::sqliteRows(db, "SELECT kind, COUNT(*) FROM points GROUP BY kind"); }, rows);
 
     std::vector<TEString> values;
     const double distinct = timeMs([&] {

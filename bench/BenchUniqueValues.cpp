@@ -8,6 +8,7 @@
 // Usage: bench_unique_values [folder]   (default: <temp>/tzrender-bench-unique;
 // the GeoPackage is made once and reused by later runs)
 
+#include "BenchSupport.h"
 #include "TZModelUniqueValues.h"
 
 #include "data/TEFeatureTable.h"
@@ -17,9 +18,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
 
-#include <gdal.h>
 #include <sqlite3.h>
 
 #include <algorithm>
@@ -46,41 +45,6 @@ void captureTimings(QtMsgType, const QMessageLogContext&, const QString& message
     const int at = message.indexOf(marker);
     if (at >= 0)
         gRowBuildingSeconds = message.mid(at + marker.size()).trimmed().toDouble();
-}
-
-bool makeGeoPackage(const QString& path)
-{
-    const QString partial = QString(path).replace(QStringLiteral(".gpkg"), QStringLiteral(".part.gpkg"));
-    QFile::remove(partial);
-    GDALDatasetH dataset =
-        GDALCreate(GDALGetDriverByName("GPKG"), partial.toUtf8().constData(), 0, 0, 0, GDT_Unknown, nullptr);
-    if (!dataset)
-        return false;
-    OGRLayerH layer = GDALDatasetCreateLayer(dataset, "points", nullptr, wkbPoint, nullptr);
-    for (const char* name : {"kind", "code"}) {
-        OGRFieldDefnH field = OGR_Fld_Create(name, OFTString);
-        OGR_L_CreateField(layer, field, TRUE);
-        OGR_Fld_Destroy(field);
-    }
-    GDALDatasetStartTransaction(dataset, FALSE);
-    OGRFeatureH feature = OGR_F_Create(OGR_L_GetLayerDefn(layer));
-    OGRGeometryH point = OGR_G_CreateGeometry(wkbPoint);
-    unsigned state = 4242;
-    bool ok = true;
-    for (int i = 0; i < kFeatureCount && ok; ++i) {
-        state = state * 1103515245u + 12345u;
-        OGR_F_SetFID(feature, OGRNullFID);
-        OGR_F_SetFieldString(feature, 0, QByteArray("kind ").append(QByteArray::number((state >> 8) % kKinds)));
-        OGR_F_SetFieldString(feature, 1, QByteArray("code ").append(QByteArray::number((state >> 4) % kCodes)));
-        OGR_G_SetPoint_2D(point, 0, (i % 1000) * 0.01, (i / 1000) * 0.01);
-        OGR_F_SetGeometry(feature, point);
-        ok = OGR_L_CreateFeature(layer, feature) == OGRERR_NONE;
-    }
-    OGR_G_DestroyGeometry(point);
-    OGR_F_Destroy(feature);
-    ok = ok && GDALDatasetCommitTransaction(dataset) == OGRERR_NONE;
-    GDALClose(dataset);
-    return ok && QFile::rename(partial, path);
 }
 
 struct Timing
@@ -122,18 +86,8 @@ Timing sqliteQuery(sqlite3* db, const QByteArray& sql)
 {
     QElapsedTimer timer;
     timer.start();
-    sqlite3_stmt* statement = nullptr;
     Timing t;
-    if (sqlite3_prepare_v2(db, sql.constData(), -1, &statement, nullptr) != SQLITE_OK) {
-        std::fprintf(stderr, "sqlite: %s\n", sqlite3_errmsg(db));
-        return t;
-    }
-    std::vector<QByteArray> values;
-    while (sqlite3_step(statement) == SQLITE_ROW) {
-        values.emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(statement, 0)));
-        ++t.rows;
-    }
-    sqlite3_finalize(statement);
+    t.rows = int(BenchSupport::sqliteRows(db, sql.constData()));
     t.ms = timer.nsecsElapsed() / 1e6;
     return t;
 }
@@ -190,16 +144,15 @@ int main(int argc, char** argv)
 
     const QString folder = argc > 1 ? QString::fromLocal8Bit(argv[1])
                                     : QDir::temp().filePath(QStringLiteral("tzrender-bench-unique"));
-    QDir().mkpath(folder);
-    const QString path = QDir(folder).filePath(QStringLiteral("points-1m-kinds.gpkg"));
-    if (!QFile::exists(path)) {
-        std::printf("Making %s (%d points, done once)...\n", qPrintable(path), kFeatureCount);
-        std::fflush(stdout);
-        if (!makeGeoPackage(path)) {
-            std::fprintf(stderr, "Cannot make %s\n", qPrintable(path));
-            return 1;
-        }
-    }
+    // "kind" has about 250 distinct values, "code" about 100,000.
+    const QString path = BenchSupport::ensurePointGeoPackage(
+        folder, QStringLiteral("points-1m-kinds.gpkg"), kFeatureCount, {{"kind", OFTString}, {"code", OFTString}},
+        4242, [](OGRFeatureH feature, int, unsigned state) {
+            OGR_F_SetFieldString(feature, 0, QByteArray("kind ").append(QByteArray::number((state >> 8) % kKinds)));
+            OGR_F_SetFieldString(feature, 1, QByteArray("code ").append(QByteArray::number((state >> 4) % kCodes)));
+        });
+    if (path.isEmpty())
+        return 1;
     QString error;
     const TERefPtr<TEFeatureLayer> layer = TEFeatureLayer::Open(path, {}, &error);
     sqlite3* db = nullptr;

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QString>
+
+#include <ogr_api.h>
+#include <sqlite3.h>
+
+#include <functional>
+#include <vector>
+
+// What the benchmark programs share: the generated GeoPackage of points they
+// time against, and SQLite run directly on the same file as the reference.
+namespace BenchSupport {
+
+struct Field
+{
+    const char* name;
+    OGRFieldType type;
+};
+
+// Sets a feature's attributes from the i-th point's pseudo-random state.
+using FillFeature = std::function<void(OGRFeatureH feature, int index, unsigned state)>;
+
+// The GeoPackage folder/fileName, made first (count points in a layer
+// "points" with the given fields, deterministic for a seed) when it is not
+// there yet; later runs reuse it. Empty when it cannot be made.
+QString ensurePointGeoPackage(const QString& folder, const QString& fileName, int count,
+                              const std::vector<Field>& fields, unsigned seed, const FillFeature& fill);
+
+// Runs sql and reads every row's first column as text, as a client would;
+// gives the number of rows (0 and a message on stderr on failure).
+size_t sqliteRows(sqlite3* db, const char* sql);
+
+} // namespace BenchSupport
