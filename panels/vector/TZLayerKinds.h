@@ -3,9 +3,9 @@
 #include "data/TELayer.h"
 #include "symbology/TEStyle.h"
 
-// The vector panels' reading of a layer type (Parts 1.2, 2.1): types 1 and 2
-// are point layers, drawn with point styles; type 3 takes line styles and
-// every other type fill styles.
+// The vector panels' reading of a layer type: types 1 and 2 are point
+// layers, drawn with point styles; type 3 takes line styles and every other
+// type fill styles.
 class TZLayerKinds
 {
 public:

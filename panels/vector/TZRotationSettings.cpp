@@ -13,8 +13,8 @@ bool TZRotationSettings::editWithDialog(TEFeatureLayer* layer, QWidget* parent, 
 
     int mode = dialog.mode();
     if (readBy == ReadBy::FieldText) {
-        // Part 2.3 goes by the text alone: a field member that is neither
-        // "<none>" nor "<random>" (even an empty one) turns rotation on.
+        // The text alone decides: a field that is neither "<none>" nor
+        // "<random>" (even an empty one) turns rotation on.
         const QString chosen = dialog.field();
         mode = chosen == QLatin1String("<none>")     ? TZDialogRotateByField::NoRotation
             : chosen == QLatin1String("<random>") ? TZDialogRotateByField::RandomRotation

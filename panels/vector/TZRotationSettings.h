@@ -13,9 +13,9 @@ class QWidget;
 class TZRotationSettings
 {
 public:
-    // How a panel reads the accepted dialog: by its mode (single symbol,
-    // Part 2.1) or by the text of its field, "<none>", "<random>" or a field
-    // name (unique values, Part 2.3).
+    // How a panel reads the accepted dialog: by its mode (the single symbol
+    // panel) or by the text of its field, "<none>", "<random>" or a field
+    // name (the unique values panel).
     enum class ReadBy { Mode, FieldText };
 
     bool rotateByField = false;

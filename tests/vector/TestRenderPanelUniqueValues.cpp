@@ -148,8 +148,8 @@ private Q_SLOTS:
         TZControlRender::instance(nullptr)->setLayer(nullptr);
     }
 
-    // Part 2.3 reads the dialog's field text, not its mode, and applies at
-    // once: a dialog accepted untouched keeps the render's (empty) field
+    // The unique values panel reads the dialog's field text, not its mode,
+    // and applies at once: a dialog accepted untouched keeps the render's (empty) field
     // and so turns rotation on.
     void rotationGoesByTheChosenTextAndIsAppliedAtOnce_data()
     {
