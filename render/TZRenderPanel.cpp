@@ -1,5 +1,9 @@
 #include "TZRenderPanel.h"
 
+#include "TZControlRender.h"
+
+#include "data/TEFeatureLayer.h"
+
 using namespace TZObjects;
 
 TZRenderPanel::TZRenderPanel(QWidget* parent)
@@ -36,4 +40,9 @@ bool TZRenderPanel::onApply()
 
 void TZRenderPanel::onReset()
 {
+}
+
+TEFeatureLayer* TZRenderPanel::currentFeatureLayer()
+{
+    return dynamic_cast<TEFeatureLayer*>(TZControlRender::instance(nullptr)->layer());
 }

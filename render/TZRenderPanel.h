@@ -7,6 +7,10 @@
 #include <QList>
 #include <QWidget>
 
+namespace TZObjects {
+class TEFeatureLayer;
+}
+
 // A page of the "Symbol rendering" dock: one render style. The dock knows a
 // panel only through this contract: the render type key (name(), equal to
 // the GetType() of the render the panel builds), a translated title, the
@@ -30,6 +34,10 @@ public:
     virtual void onReset();
 
 protected:
+    // The dock's current layer as a feature layer; null when there is none
+    // or it is a raster layer. Panels ask for it on each call and keep none.
+    static TZObjects::TEFeatureLayer* currentFeatureLayer();
+
     // Filled by each panel's constructor; read once when the dock registers
     // the panel.
     QList<TZObjects::TELayer::LayerType> mSupportLayerType;

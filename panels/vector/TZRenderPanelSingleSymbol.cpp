@@ -73,11 +73,6 @@ QString TZRenderPanelSingleSymbol::title() const
     return tr("Single symbol");
 }
 
-TEFeatureLayer* TZRenderPanelSingleSymbol::featureLayer() const
-{
-    return dynamic_cast<TEFeatureLayer*>(TZControlRender::instance(nullptr)->layer());
-}
-
 TERefPtr<TEFeatureRender> TZRenderPanelSingleSymbol::GetRender()
 {
     TELayer* layer = TZControlRender::instance(nullptr)->layer();
@@ -175,7 +170,7 @@ void TZRenderPanelSingleSymbol::onMoreDetail()
 
 void TZRenderPanelSingleSymbol::onSetupRotation()
 {
-    if (TEFeatureLayer* layer = featureLayer())
+    if (TEFeatureLayer* layer = currentFeatureLayer())
         mRotation.editWithDialog(layer, this, TZRotationSettings::ReadBy::Mode);
 }
 
@@ -263,7 +258,7 @@ void TZRenderPanelSingleSymbol::mousePressEvent(QMouseEvent* event)
 
 bool TZRenderPanelSingleSymbol::onApply()
 {
-    TEFeatureLayer* layer = featureLayer();
+    TEFeatureLayer* layer = currentFeatureLayer();
     if (!layer)
         return false;
     const TERefPtr<TEFeatureLayer> held(layer);

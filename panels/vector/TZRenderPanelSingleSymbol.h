@@ -54,7 +54,6 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
 
 private:
-    TZObjects::TEFeatureLayer* featureLayer() const;
     // Shows the held symbol in the preview label at its own size (points) or
     // the label's size; fallback is used when a point cannot be measured.
     void drawSymbolPreview(const QSize& fallback);

@@ -59,11 +59,6 @@ QString TZRenderPanelUniqueValues::title() const
     return tr("Unique Values");
 }
 
-TEFeatureLayer* TZRenderPanelUniqueValues::featureLayer() const
-{
-    return dynamic_cast<TEFeatureLayer*>(TZControlRender::instance(nullptr)->layer());
-}
-
 void TZRenderPanelUniqueValues::createModel()
 {
     mModel = new TZModelUniqueValues(this);
@@ -133,7 +128,7 @@ void TZRenderPanelUniqueValues::onReset()
 {
     if (!isVisible())
         return;
-    TEFeatureLayer* layer = featureLayer();
+    TEFeatureLayer* layer = currentFeatureLayer();
     if (!layer || !layer->IsValid())
         return;
     const TERefPtr<TEFeatureLayer> held(layer);
@@ -205,7 +200,7 @@ void TZRenderPanelUniqueValues::onReset()
 
 bool TZRenderPanelUniqueValues::onApply()
 {
-    TEFeatureLayer* layer = featureLayer();
+    TEFeatureLayer* layer = currentFeatureLayer();
     if (!layer)
         return false;
     const TERefPtr<TEFeatureLayer> held(layer);
@@ -242,7 +237,7 @@ bool TZRenderPanelUniqueValues::onApply()
 
 void TZRenderPanelUniqueValues::onFieldChanged(int index)
 {
-    TEFeatureLayer* layer = featureLayer();
+    TEFeatureLayer* layer = currentFeatureLayer();
     if (index >= 0 && layer && layer->IsValid() && mModel) {
         const QString field = mUi->mComboBoxValueField->currentText();
         const TERefPtr<TEFields> fields = layer->GetFields();
@@ -404,7 +399,7 @@ void TZRenderPanelUniqueValues::onSetupDefault()
 
 void TZRenderPanelUniqueValues::onSetupRotation()
 {
-    TEFeatureLayer* layer = featureLayer();
+    TEFeatureLayer* layer = currentFeatureLayer();
     if (layer && mRotation.editWithDialog(layer, this, TZRotationSettings::ReadBy::FieldText))
         TZControlRender::instance(nullptr)->onApply();
 }

@@ -54,7 +54,6 @@ public Q_SLOTS:
     void onSetupDefault();
 
 private:
-    TZObjects::TEFeatureLayer* featureLayer() const;
     void createModel();
     void fillFieldCombo(TZObjects::TEFeatureLayer* layer);
     void refreshPriorityColumns();
