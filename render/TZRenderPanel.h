@@ -9,6 +9,10 @@
 
 namespace TZObjects {
 class TEFeatureLayer;
+class TEImageRender;
+class TERasterDirLayer;
+class TERasterLayer;
+template <class T> class TERefPtr;
 }
 
 // A page of the "Symbol rendering" dock: one render style. The dock knows a
@@ -37,6 +41,17 @@ protected:
     // The dock's current layer as a feature layer; null when there is none
     // or it is a raster layer. Panels ask for it on each call and keep none.
     static TZObjects::TEFeatureLayer* currentFeatureLayer();
+    // The dock's current layer as a raster layer, or as a raster directory
+    // layer; null when it is of another kind.
+    static TZObjects::TERasterLayer* currentRasterLayer();
+    static TZObjects::TERasterDirLayer* currentRasterDirLayer();
+    // The image render of the current raster or raster directory layer;
+    // empty for any other layer.
+    static TZObjects::TERefPtr<TZObjects::TEImageRender> currentImageRender();
+
+    // Stops the drawing in progress on the active map view, so that a new
+    // render is not set on a layer while a worker thread draws it.
+    static void cancelActiveDrawing();
 
     // Filled by each panel's constructor; read once when the dock registers
     // the panel.

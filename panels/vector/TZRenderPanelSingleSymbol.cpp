@@ -9,8 +9,6 @@
 #include "symbology/TEStyleDB.h"
 #include "symbology/TEStyleMultiLayer.h"
 #include "symbology/TEStylePoint.h"
-#include "view/TEMapView.h"
-#include "view/TEMapViewManager.h"
 #include "widgets/TZStyleSelectorDialog.h"
 #include "widgets/TZSymbolUtils.h"
 
@@ -263,8 +261,7 @@ bool TZRenderPanelSingleSymbol::onApply()
         return false;
     const TERefPtr<TEFeatureLayer> held(layer);
 
-    if (TEMapView* view = TEMapViewManager::GetInstance()->GetActivedMapView())
-        view->GetTrackCancel()->Cancel();
+    cancelActiveDrawing();
 
     const auto render = MakeRef<TESingleSymbolRender>(mStyle);
     render->EnablePriorityRender(mUi->checkBox->isChecked());

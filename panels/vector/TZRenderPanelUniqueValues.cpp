@@ -9,8 +9,6 @@
 
 #include "renders/TECategorizedSymbolRender.h"
 #include "symbology/TEColorRamp.h"
-#include "view/TEMapView.h"
-#include "view/TEMapViewManager.h"
 #include "widgets/TZStyleSelectorDialog.h"
 
 #include <QHeaderView>
@@ -205,8 +203,7 @@ bool TZRenderPanelUniqueValues::onApply()
         return false;
     const TERefPtr<TEFeatureLayer> held(layer);
 
-    if (TEMapView* view = TEMapViewManager::GetInstance()->GetActivedMapView())
-        view->GetTrackCancel()->Cancel();
+    cancelActiveDrawing();
 
     const QString field = mUi->mComboBoxValueField->currentText();
     if (field.isEmpty() || !mModel)
