@@ -70,6 +70,12 @@ bool TZFeatureLayerDrawer::draw(QPainter* painter, const TZMapViewport& viewport
     if (finished && byPriority)
         finished = drawByPriority(painter, pending, toDevice, cancel);
     painter->restore();
+    // The render drew what it could (a rule whose filter does not compile
+    // draws nothing); what failed is reported with the layer's name.
+    if (finished && mRender && !mRender->GetLastError().IsEmpty()) {
+        mErrorText = mRender->GetLastError().toQString();
+        return false;
+    }
     return finished;
 }
 
