@@ -5,6 +5,7 @@
 #include "TZRotationSettings.h"
 #include "TZRuleBasedDialog.h"
 #include "TZRuleBasedModel.h"
+#include "TZScaleItemDelegate.h"
 
 #include "ui_TZRenderPanelRuleBased.h"
 
@@ -65,6 +66,9 @@ void TZRenderPanelRuleBased::createModel()
     for (int column = 0; column < 6; ++column)
         table->setColumnWidth(column, std::max(ColumnWidths[column], header->sectionSizeHint(column)));
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    auto* scales = new TZScaleItemDelegate(table);
+    table->setItemDelegateForColumn(TZRuleBasedModel::MinimumScaleColumn, scales);
+    table->setItemDelegateForColumn(TZRuleBasedModel::MaximumScaleColumn, scales);
 }
 
 void TZRenderPanelRuleBased::onReset()

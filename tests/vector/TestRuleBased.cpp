@@ -22,7 +22,9 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QRegularExpression>
 #include <QSignalSpy>
+#include <QStyledItemDelegate>
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QToolButton>
@@ -345,7 +347,7 @@ private Q_SLOTS:
         setRules(layer.get(), {"a", "b", "c"});
         const TERefPtr<TERuleBasedSymbolRender> before = layer->GetSymbolRender().cast<TERuleBasedSymbolRender>();
         before->GetRule(1)->SetScaleFilter(true);
-        before->GetRule(1)->SetMaximumScale(5000);
+        before->GetRule(1)->SetMaximumScale(2500000);
 
         TZRenderPanelRuleBased* panel = openPanel(layer.get());
         QVERIFY(panel);
@@ -353,7 +355,12 @@ private Q_SLOTS:
         QAbstractItemModel* model = table(panel)->model();
         QCOMPARE(labelsOf(model), QStringList({"a", "b", "c"}));
         QCOMPARE(model->index(1, 3).data(Qt::CheckStateRole).toInt(), int(Qt::Checked));
-        QCOMPARE(model->index(1, 5).data().toDouble(), 5000.0);
+        QCOMPARE(model->index(1, 5).data().toDouble(), 2500000.0);
+        // The view shows scales as whole numbers, never in exponent form.
+        QStyledItemDelegate* scales = qobject_cast<QStyledItemDelegate*>(table(panel)->itemDelegateForColumn(5));
+        QVERIFY(scales);
+        QString shown = scales->displayText(model->index(1, 5).data(), QLocale::c());
+        QCOMPARE(shown.remove(QRegularExpression(QStringLiteral("[^0-9]"))), QStringLiteral("2500000"));
 
         QVERIFY(panel->onApply());
         const TERefPtr<TERuleBasedSymbolRender> after = layer->GetSymbolRender().cast<TERuleBasedSymbolRender>();
