@@ -26,6 +26,24 @@ namespace {
 // Column widths of the rules table, widened where the header text needs it.
 const int ColumnWidths[] = {45, 60, 80, 40, 40, 40};
 
+// Runs a slot's body so that no exception leaves it; the user is told what
+// went wrong and the table stays as it was before the failing step.
+template <class Body>
+bool runGuarded(QWidget* parent, Body&& body)
+{
+    QString what;
+    try {
+        body();
+        return true;
+    } catch (const std::exception& e) {
+        what = QString::fromLocal8Bit(e.what());
+    } catch (...) {
+        what = QObject::tr("Unknown error");
+    }
+    QMessageBox::warning(parent, QObject::tr("Error!"), what, QMessageBox::Ok);
+    return false;
+}
+
 } // namespace
 
 TZRenderPanelRuleBased::TZRenderPanelRuleBased(QWidget* parent)
@@ -82,47 +100,51 @@ void TZRenderPanelRuleBased::onReset()
     if (!mModel)
         createModel();
 
-    std::vector<TZRuleBasedModel::RulePtr>& rules = mModel->rules();
-    rules.clear();
-    if (const auto render = layer->GetRender().cast<TERuleBasedSymbolRender>()) {
-        for (int i = 0; i < render->RuleCount(); ++i) {
-            if (const TERefPtr<TERuleBasedSymbolRender::Rule> rule = render->GetRule(i))
-                rules.push_back(rule->Clone());
+    std::vector<TZRuleBasedModel::RulePtr> rules;
+    runGuarded(this, [&] {
+        if (const auto render = layer->GetRender().cast<TERuleBasedSymbolRender>()) {
+            for (int i = 0; i < render->RuleCount(); ++i) {
+                if (const TERefPtr<TERuleBasedSymbolRender::Rule> rule = render->GetRule(i))
+                    rules.push_back(rule->Clone());
+            }
         }
-    }
-    mModel->resetModel();
+    });
+    mModel->setRules(std::move(rules));
 }
 
 void TZRenderPanelRuleBased::on_toolButton_2_clicked()
 {
-    TELayer* layer = TZControlRender::instance(nullptr)->layer();
-    if (!layer || !mModel)
-        return;
-    TZRuleBasedDialog dialog(layer, TERefPtr<TERuleBasedSymbolRender::Rule>(), this);
-    if (dialog.exec() != QDialog::Accepted)
-        return;
-    mModel->rules().push_back(dialog.rule());
-    mModel->resetModel();
+    runGuarded(this, [&] {
+        TELayer* layer = TZControlRender::instance(nullptr)->layer();
+        if (!layer || !mModel)
+            return;
+        TZRuleBasedDialog dialog(layer, TERefPtr<TERuleBasedSymbolRender::Rule>(), this);
+        if (dialog.exec() != QDialog::Accepted)
+            return;
+        mModel->appendRule(dialog.rule());
+    });
 }
 
 void TZRenderPanelRuleBased::on_toolButton_5_clicked()
 {
-    if (!mModel)
-        return;
-    const QModelIndexList selected = mUi->tableView->selectionModel()->selectedRows();
-    if (selected.isEmpty()) {
-        QMessageBox::information(TZControlRender::instance(nullptr), tr("Information"), tr("No items selected!"),
-                                 QMessageBox::Ok);
-        return;
-    }
-    // Rows go in the order the selection lists them, each at its listed row
-    // less the rows already taken out.
-    int removed = 0;
-    for (const QModelIndex& index : selected) {
-        if (mModel->removeRule(index.row() - removed))
-            ++removed;
-    }
-    mUi->tableView->selectionModel()->clearSelection();
+    runGuarded(this, [&] {
+        if (!mModel)
+            return;
+        const QModelIndexList selected = mUi->tableView->selectionModel()->selectedRows();
+        if (selected.isEmpty()) {
+            QMessageBox::information(TZControlRender::instance(nullptr), tr("Information"), tr("No items selected!"),
+                                     QMessageBox::Ok);
+            return;
+        }
+        // Rows go in the order the selection lists them, each at its listed row
+        // less the rows already taken out.
+        int removed = 0;
+        for (const QModelIndex& index : selected) {
+            if (mModel->removeRule(index.row() - removed))
+                ++removed;
+        }
+        mUi->tableView->selectionModel()->clearSelection();
+    });
 }
 
 int TZRenderPanelRuleBased::firstSelectedRow() const
@@ -143,47 +165,55 @@ void TZRenderPanelRuleBased::selectRow(int row)
 
 void TZRenderPanelRuleBased::on_toolButton_clicked()
 {
-    const int row = firstSelectedRow();
-    if (row < 0 || row + 1 >= mModel->rowCount())
-        return;
-    mModel->swapRows(row, row + 1);
-    selectRow(row + 1);
+    runGuarded(this, [&] {
+        const int row = firstSelectedRow();
+        if (row < 0 || row + 1 >= mModel->rowCount())
+            return;
+        mModel->swapRows(row, row + 1);
+        selectRow(row + 1);
+    });
 }
 
 void TZRenderPanelRuleBased::on_toolButton_6_clicked()
 {
-    const int row = firstSelectedRow();
-    if (row <= 0)
-        return;
-    mModel->swapRows(row, row - 1);
-    selectRow(row - 1);
+    runGuarded(this, [&] {
+        const int row = firstSelectedRow();
+        if (row <= 0)
+            return;
+        mModel->swapRows(row, row - 1);
+        selectRow(row - 1);
+    });
 }
 
 void TZRenderPanelRuleBased::on_tableView_doubleClicked(const QModelIndex& index)
 {
-    if (!mModel)
-        return;
-    const TZRuleBasedModel::RulePtr rule = mModel->rule(index.row());
-    if (!rule)
-        return;
-    TELayer* layer = TZControlRender::instance(nullptr)->layer();
-    if (index.column() == TZRuleBasedModel::SymbolColumn) {
-        TEStyle* chosen = rule->Style() ? selectStyle(rule->Style().get())
-                                        : selectStyle(TZLayerKinds::styleType(
-                                              layer ? layer->GetLayerType() : TELayer::LT_Polygon));
-        if (chosen)
-            mModel->setRuleStyle(index.row(), TERefPtr<TEStyle>(chosen));
-        return;
-    }
-    TZRuleBasedDialog dialog(layer, rule, this);
-    if (dialog.exec() == QDialog::Accepted)
-        mModel->replaceRule(index.row(), dialog.rule());
+    runGuarded(this, [&] {
+        if (!mModel)
+            return;
+        const TZRuleBasedModel::RulePtr rule = mModel->rule(index.row());
+        if (!rule)
+            return;
+        TELayer* layer = TZControlRender::instance(nullptr)->layer();
+        if (index.column() == TZRuleBasedModel::SymbolColumn) {
+            TEStyle* chosen = rule->Style() ? selectStyle(rule->Style().get())
+                                            : selectStyle(TZLayerKinds::styleType(
+                                                  layer ? layer->GetLayerType() : TELayer::LT_Polygon));
+            if (chosen)
+                mModel->setRuleStyle(index.row(), TERefPtr<TEStyle>(chosen));
+            return;
+        }
+        TZRuleBasedDialog dialog(layer, rule, this);
+        if (dialog.exec() == QDialog::Accepted)
+            mModel->replaceRule(index.row(), dialog.rule());
+    });
 }
 
 void TZRenderPanelRuleBased::onSetupRotation()
 {
-    if (TEFeatureLayer* layer = currentFeatureLayer())
-        mRotation->editWithDialog(layer, this, TZRotationSettings::ReadBy::Mode);
+    runGuarded(this, [&] {
+        if (TEFeatureLayer* layer = currentFeatureLayer())
+            mRotation->editWithDialog(layer, this, TZRotationSettings::ReadBy::Mode);
+    });
 }
 
 bool TZRenderPanelRuleBased::onApply()
@@ -195,13 +225,18 @@ bool TZRenderPanelRuleBased::onApply()
 
     cancelActiveDrawing();
 
-    const auto render = MakeRef<TERuleBasedSymbolRender>();
-    // The render gets copies, so that later edits in the table change the
-    // layer only on the next Apply.
-    for (const TZRuleBasedModel::RulePtr& rule : mModel->rules())
-        render->AddRule(rule ? rule->Clone() : rule);
-    render->SetIsRotateByClockWise(mRotation->clockwise);
-    mRotation->writeFieldAndRange(*render);
+    TERefPtr<TERuleBasedSymbolRender> render;
+    const bool built = runGuarded(this, [&] {
+        render = MakeRef<TERuleBasedSymbolRender>();
+        // The render gets copies, so that later edits in the table change
+        // the layer only on the next Apply.
+        for (const TZRuleBasedModel::RulePtr& rule : mModel->rules())
+            render->AddRule(rule ? rule->Clone() : rule);
+        render->SetIsRotateByClockWise(mRotation->clockwise);
+        mRotation->writeFieldAndRange(*render);
+    });
+    if (!built)
+        return false;
     if (auto* features = dynamic_cast<TEFeatureLayer*>(layer))
         features->SetSymbolRender(render);
     return true;

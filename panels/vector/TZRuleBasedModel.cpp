@@ -108,6 +108,23 @@ QVariant TZRuleBasedModel::headerData(int section, Qt::Orientation orientation, 
     }
 }
 
+void TZRuleBasedModel::setRules(std::vector<RulePtr> rules)
+{
+    beginResetModel();
+    mRules = std::move(rules);
+    endResetModel();
+}
+
+bool TZRuleBasedModel::appendRule(const RulePtr& rule)
+{
+    if (!rule)
+        return false;
+    beginResetModel();
+    mRules.push_back(rule);
+    endResetModel();
+    return true;
+}
+
 void TZRuleBasedModel::resetModel()
 {
     beginResetModel();

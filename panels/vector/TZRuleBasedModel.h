@@ -44,9 +44,11 @@ public:
     QSize defaultIconSize() const { return mDefaultIconSize; }
     void setDefaultIconSize(const QSize& size) { mDefaultIconSize = size; }
 
-    // The rule list, edited in place by the panel; call resetModel() after.
-    std::vector<RulePtr>& rules() { return mRules; }
     const std::vector<RulePtr>& rules() const { return mRules; }
+    // Replaces the rule list, resetting the model.
+    void setRules(std::vector<RulePtr> rules);
+    // Appends a rule (an empty one is refused), resetting the model.
+    bool appendRule(const RulePtr& rule);
     // The rule of a row, or empty when the row is out of range.
     RulePtr rule(int row) const;
     void resetModel();
