@@ -45,7 +45,9 @@ public:
     // feature's anchor point (GetAnchor), over what the background render
     // drew; sizes are converted with context.ToPixels. With IsShowLabel the
     // values are written beside their parts. False when the render draws no
-    // per-feature diagram or the feature gives it nothing to show.
+    // per-feature diagram or the feature gives it nothing to show. The
+    // feature holds the fields of GetUsedAttributes(); a host may have
+    // dropped its geometry once the anchor was found.
     virtual bool DrawDiagram(QPainter* painter, TEFeature* feature, const QPointF& anchor,
                              const TEDrawContext& context) const;
 

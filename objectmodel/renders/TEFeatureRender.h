@@ -45,7 +45,8 @@ public:
 
     // Whether the render draws from the whole layer at once (a density
     // surface, clusters) rather than, or besides, a style per feature. A
-    // host drawing such a render calls DrawLayer after the per-feature pass.
+    // host drawing such a render calls DrawLayer after the per-feature pass;
+    // for a diagram render DrawLayer then replaces the per-feature diagrams.
     virtual bool DrawsWholeLayer() const { return false; }
     // Draws from every feature the cursor gives: the host opens it on the
     // features in view, with the fields of GetUsedAttributes() and their
