@@ -2,6 +2,7 @@
 
 #include "AppFixture.h"
 #include "TZFeatureLayerDrawer.h"
+#include "TZMapRenderJob.h"
 
 #include "data/TEGeometry.h"
 #include "data/TEMemoryFeatureLayer.h"
@@ -238,6 +239,25 @@ private Q_SLOTS:
         QCOMPARE(AppFixture::colorAt(image, view, QPointF(150, 50)), Mark);
         QCOMPARE(AppFixture::colorAt(image, view, QPointF(20, 20)), outOfScale ? QColor(Qt::white) : Green);
         QCOMPARE(AppFixture::colorAt(image, view, QPointF(180, 20)), QColor(Qt::white));
+    }
+
+    void diagramLayerIsDrawnByTheMapJob()
+    {
+        // As the canvas draws it: the drawer chosen for the layer's render,
+        // run by a map job.
+        TERefPtr<TEMemoryFeatureLayer> layer = layerOf(TELayer::LT_Polygon, {UShape});
+        auto render = MakeRef<MarkDiagramRender>(std::make_shared<MarkProbe>());
+        render->SetBackgroundRender(MakeRef<TESingleSymbolRender>(AppFixture::fillStyle(Green)).get());
+        layer->SetSymbolRender(render);
+        std::vector<std::unique_ptr<TZLayerDrawer>> drawers;
+        drawers.push_back(TZLayerDrawer::create(layer.get()));
+        QVERIFY(drawers.front());
+        TZMapRenderJob job(AppFixture::squaresViewport(), std::move(drawers), nullptr);
+        job.run();
+        QVERIFY(job.errors().isEmpty());
+        const QImage image = job.image();
+        QVERIFY(!markPixels(image).isEmpty());
+        QCOMPARE(AppFixture::colorAt(image, job.viewport(), QPointF(10, 10)), Green);
     }
 
     void cancellingStopsTheDiagramDrawing_data()
