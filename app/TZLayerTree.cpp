@@ -3,6 +3,8 @@
 #include "data/TEFeatureLayer.h"
 #include "data/TERasterDirLayer.h"
 #include "renders/TECategorizedSymbolRender.h"
+#include "renders/TEDiagramRender.h"
+#include "renders/TEGraduatedSymbolsDiagramRender.h"
 #include "renders/TERuleBasedSymbolRender.h"
 #include "renders/TESingleSymbolRender.h"
 #include "symbology/TEStyle.h"
@@ -10,6 +12,7 @@
 #include <QApplication>
 #include <QDropEvent>
 #include <QHeaderView>
+#include <QLocale>
 #include <QPainter>
 #include <QStyle>
 
@@ -163,7 +166,30 @@ void TZLayerTree::refreshLegend(const QString& guid)
         item->setIcon(0, symbolIcon(features->GetDefaultStyle().get()));
         return;
     }
-    if (auto* categories = dynamic_cast<TECategorizedSymbolRender*>(render.get())) {
+    fillLegend(item, layer, render.get());
+    item->setExpanded(true);
+}
+
+void TZLayerTree::fillLegend(QTreeWidgetItem* item, TELayer* layer, TEFeatureRender* render)
+{
+    if (auto* diagram = dynamic_cast<TEDiagramRender*>(render)) {
+        // The background's entries first, then what the diagrams show.
+        item->setIcon(0, QIcon());
+        if (const TERefPtr<TEFeatureRender> background = diagram->GetBackgroundRender())
+            fillLegend(item, layer, background.get());
+        for (const TERefPtr<TEDiagramRenderItem>& part : diagram->GetItems()) {
+            const QString caption = part->GetCaption().toQString();
+            addLegendItem(item, part->GetStyle().get(), caption.isEmpty() ? part->GetField().toQString() : caption);
+        }
+        if (auto* graduated = dynamic_cast<TEGraduatedSymbolsDiagramRender*>(render)) {
+            for (const TEGraduatedSymbolsDiagramItem& level : graduated->items())
+                addLegendItem(item, level.style().get(),
+                              QStringLiteral("%1 - %2").arg(QLocale().toString(level.lower()),
+                                                            QLocale().toString(level.upper())));
+        }
+        return;
+    }
+    if (auto* categories = dynamic_cast<TECategorizedSymbolRender*>(render)) {
         item->setIcon(0, QIcon());
         for (int i = 0; i < categories->GetItemCount(); ++i) {
             const TERefPtr<TECategoryRenderItem> category = categories->GetCategoryRenderItem(i);
@@ -173,7 +199,7 @@ void TZLayerTree::refreshLegend(const QString& guid)
             const QString label = category->GetLabel().toQString();
             addLegendItem(item, category->GetStyle().get(), label.isEmpty() ? category->GetValue().toQString() : label);
         }
-    } else if (auto* rules = dynamic_cast<TERuleBasedSymbolRender*>(render.get())) {
+    } else if (auto* rules = dynamic_cast<TERuleBasedSymbolRender*>(render)) {
         item->setIcon(0, QIcon());
         for (int i = 0; i < rules->RuleCount(); ++i) {
             const TERefPtr<TERuleBasedSymbolRender::Rule> rule = rules->GetRule(i);
@@ -184,7 +210,6 @@ void TZLayerTree::refreshLegend(const QString& guid)
         const std::vector<TERefPtr<TEStyle>> styles = render->GetStyles();
         item->setIcon(0, styles.empty() ? layerTypeIcon(layer) : symbolIcon(styles.front().get()));
     }
-    item->setExpanded(true);
 }
 
 void TZLayerTree::addLegendItem(QTreeWidgetItem* parent, const TEStyle* style, const QString& label)
