@@ -153,16 +153,24 @@ void TZLayerTree::refreshLegend(const QString& guid)
     qDeleteAll(item->takeChildren());
     item->setText(0, layer->GetLayerName().toQString());
 
+    // "Not to render" leaves a layer without a render, and tzmap draws nothing
+    // of it; the legend says so, so that an empty map is not a puzzle.
+    if (!layer->GetRender()) {
+        item->setIcon(0, layerTypeIcon(layer));
+        auto* note = new QTreeWidgetItem(item);
+        note->setText(0, tr("Not rendered"));
+        note->setFlags(Qt::ItemIsEnabled);
+        note->setForeground(0, palette().brush(QPalette::Disabled, QPalette::Text));
+        item->setExpanded(true);
+        return;
+    }
+
     auto* features = dynamic_cast<TEFeatureLayer*>(layer);
     if (!features) {
         item->setIcon(0, layerTypeIcon(layer));
         return;
     }
     const TERefPtr<TEFeatureRender> render = features->GetSymbolRender();
-    if (!render) {
-        item->setIcon(0, symbolIcon(features->GetDefaultStyle().get()));
-        return;
-    }
     if (auto* categories = dynamic_cast<TECategorizedSymbolRender*>(render.get())) {
         item->setIcon(0, QIcon());
         for (int i = 0; i < categories->GetItemCount(); ++i) {

@@ -15,7 +15,8 @@ class TEStyle;
 // with a check box for its visibility; the list is reordered by dragging.
 // Under a layer drawn by categories, classes or rules, the legend: one
 // child item per class with its symbol and label. A layer drawn with one
-// symbol shows that symbol as its icon.
+// symbol shows that symbol as its icon; a layer without a render (not drawn)
+// has one child saying "Not rendered".
 class TZLayerTree : public QTreeWidget
 {
     Q_OBJECT
