@@ -232,22 +232,22 @@ private Q_SLOTS:
         auto layer = VectorFixtures::makeLayer(TELayer::LT_Point, Cities);
         TZRenderPanelUniqueValues* panel = openPanel(layer.get());
         QVERIFY(panel);
-        // The catch-all check is kept from the last unique-values render the
-        // panel loaded (the layer opens with a single symbol), so read it.
-        TZModelUniqueValues* model = panel->model();
-        const bool shown = model->showOtherValuesState() == Qt::Checked;
         QVERIFY(panel->onApply());
         auto render = layer->GetSymbolRender().cast<TECategorizedSymbolRender>();
         QVERIFY(render);
         QCOMPARE(render->GetExpression().toQString(), QStringLiteral("name"));
         QCOMPARE(render->GetItemCount(), 1);
         QCOMPARE(render->GetCategoryRenderItem(0)->GetValue().toQString(), QStringLiteral("<all other values>"));
-        QCOMPARE(render->IsShowOtherValue(), shown);
+        // The panel's model outlives the layers it shows, and clearing it
+        // keeps the catch-all check: the render follows whatever it is.
+        TZModelUniqueValues* model = panel->model();
+        const bool checked = model->showOtherValuesState() == Qt::Checked;
+        QCOMPARE(render->IsShowOtherValue(), checked);
 
-        // The check box toggles the show-other-values flag of the next Apply.
+        // The check toggles the show-other-values flag of the next Apply.
         model->setData(model->index(0, 1), Qt::Checked, Qt::CheckStateRole);
         QVERIFY(panel->onApply());
-        QCOMPARE(layer->GetSymbolRender().cast<TECategorizedSymbolRender>()->IsShowOtherValue(), !shown);
+        QCOMPARE(layer->GetSymbolRender().cast<TECategorizedSymbolRender>()->IsShowOtherValue(), !checked);
     }
 
     void catchAllValueIsAlwaysWrittenAsSuch()
