@@ -156,7 +156,10 @@ void TZLayerTree::refreshLegend(const QString& guid)
     // "Not to render" leaves a layer without a render, and tzmap draws nothing
     // of it; the legend says so, so that an empty map is not a puzzle.
     if (!layer->GetRender()) {
-        item->setIcon(0, layerTypeIcon(layer));
+        // A vector layer keeps the look of its kind (point, line or fill), greyed.
+        auto* vector = dynamic_cast<TEFeatureLayer*>(layer);
+        const QIcon kind = vector ? symbolIcon(vector->GetDefaultStyle().get()) : QIcon();
+        item->setIcon(0, kind.isNull() ? layerTypeIcon(layer) : QIcon(kind.pixmap(IconSize, QIcon::Disabled)));
         auto* note = new QTreeWidgetItem(item);
         note->setText(0, tr("Not rendered"));
         note->setFlags(Qt::ItemIsEnabled);
