@@ -217,6 +217,13 @@ private Q_SLOTS:
             multi(layer)->setAlphaBandUse(true);
             multi(layer)->setAlphaBandNum(4);
         }) << QList<Expected>{{column(0), QColor(200, 10, 20)}, {column(2), Below}, {column(3), QColor(255, 128, 255)}};
+        // A percent clip stretches the colour bands only: clipped like them,
+        // the alpha band (values 255 and 128 here) would hide column 3.
+        QTest::newRow("RGB with alpha band and percent clip") << mRgba << RenderSetup([](TERasterLayer* layer) {
+            multi(layer)->setAlphaBandUse(true);
+            multi(layer)->setAlphaBandNum(4);
+            multi(layer)->setStretchType(TEMultiBandImageRender::PercentClip);
+        }) << QList<Expected>{{column(2), Below}, {column(3), QColor(255, 128, 255)}};
         QTest::newRow("RGB background under no-data and alpha 0") << mRgba << RenderSetup([](TERasterLayer* layer) {
             multi(layer)->setAlphaBandUse(true);
             multi(layer)->setAlphaBandNum(4);
