@@ -31,11 +31,11 @@ public:
 
     bool draw(QPainter* painter, const TZMapViewport& viewport, const TZObjects::TETrackCancel* cancel) override;
 
+private:
     // Whether a background colour is painted under the raster: not when it
     // is fully transparent or the default white.
     static bool paintsBackground(const TZObjects::TEColor& color);
 
-private:
     // How pixels become colours for this drawing.
     enum class Mode { SingleBand, StretchOneBand, Composite };
 

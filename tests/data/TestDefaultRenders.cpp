@@ -3,7 +3,6 @@
 
 #include "data/TEFeatureLayer.h"
 #include "data/TEMemoryFeatureLayer.h"
-#include "data/TERasterDirLayer.h"
 #include "data/TERasterLayer.h"
 #include "renders/TEImageColormapRenderInfo.h"
 #include "renders/TEImageStretchRenderInfo.h"
@@ -12,7 +11,6 @@
 #include "renders/TESingleSymbolRender.h"
 #include "symbology/TEStyle.h"
 
-#include <QDir>
 #include <QTemporaryDir>
 
 #include <gdal.h>
@@ -73,11 +71,6 @@ private Q_SLOTS:
         QCOMPARE(DataFixtures::writeGeoTiff(path("rgb.tif"), 4, 3, 3, GDT_Byte, ramp), QString());
         QCOMPARE(DataFixtures::writeGeoTiff(path("wide.tif"), 4, 3, 4, GDT_Int16, ramp), QString());
         QCOMPARE(DataFixtures::writeGeoTiff(path("pair.tif"), 4, 3, 2, GDT_UInt16, ramp), QString());
-        QVERIFY(QDir(mDir.path()).mkpath(QStringLiteral("tiles")));
-        QCOMPARE(DataFixtures::writeGeoTiff(path("tiles/a.tif"), 4, 4, 3, GDT_Byte, ramp, nullptr, 0.0, 4.0),
-                 QString());
-        QCOMPARE(DataFixtures::writeGeoTiff(path("tiles/b.tif"), 4, 4, 3, GDT_Byte, ramp, nullptr, 4.0, 4.0),
-                 QString());
         QCOMPARE(DataFixtures::writeVector(path("shapes.gpkg"), "GPKG", QStringLiteral("lines"), wkbLineString,
                                            {{QStringLiteral("name")}}, {{QStringLiteral("LINESTRING(0 0,1 1)"), {}}}),
                  QString());
@@ -176,19 +169,6 @@ private Q_SLOTS:
         info->GetStretchRange(low, high);
         QVERIFY2(low > 8.0 && low < 14.0, qPrintable(QString::number(low)));
         QVERIFY2(high > 88.0 && high < 94.0, qPrintable(QString::number(high)));
-    }
-
-    void rasterDirectoryOpensWithASingleBandStretch()
-    {
-        TERefPtr<TERasterDirLayer> tiles = TERasterDirLayer::Open(path("tiles"));
-        QVERIFY(tiles);
-        const auto info = stretchOf(tiles->GetImageRender());
-        QVERIFY(info);
-        QCOMPARE(tiles->GetImageRender()->getImageRenderMODE(), 1);
-        QCOMPARE(tiles->GetImageRender().cast<TESingleBandImageRender>()->GetBandIndex(), 1);
-        double low = 0.0, high = 0.0;
-        info->GetMinMaxVal(low, high);
-        QCOMPARE(high, 1.0 + 3 + 30);
     }
 
     void largeRastersOpenOnApproximateStatisticsAndAnswerExactOnes()

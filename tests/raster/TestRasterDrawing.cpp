@@ -2,7 +2,6 @@
 
 #include "AppFixture.h"
 #include "TZLayerDrawer.h"
-#include "TZRasterLayerDrawer.h"
 
 #include "data/TEFeatureLayer.h"
 #include "data/TERasterLayer.h"
@@ -292,25 +291,6 @@ private Q_SLOTS:
         QVERIFY(TZLayerDrawer::create(squares.get()));
         squares->SetSymbolRender({});
         QVERIFY(!TZLayerDrawer::create(squares.get()));
-    }
-
-    void backgroundIsPaintedOnlyForARealColour_data()
-    {
-        QTest::addColumn<QColor>("color");
-        QTest::addColumn<bool>("painted");
-        QTest::newRow("default white") << QColor(255, 255, 255) << false;
-        QTest::newRow("transparent") << QColor(0, 0, 0, 0) << false;
-        QTest::newRow("transparent white") << QColor(255, 255, 255, 0) << false;
-        QTest::newRow("black") << QColor(0, 0, 0) << true;
-        QTest::newRow("half-transparent white") << QColor(255, 255, 255, 128) << true;
-        QTest::newRow("near white") << QColor(255, 255, 254) << true;
-    }
-    void backgroundIsPaintedOnlyForARealColour()
-    {
-        QFETCH(QColor, color);
-        QFETCH(bool, painted);
-        QCOMPARE(TZRasterLayerDrawer::paintsBackground(TEColor(color.red(), color.green(), color.blue(), color.alpha())),
-                 painted);
     }
 
 private:
