@@ -156,16 +156,29 @@ void TZLayerTree::refreshLegend(const QString& guid)
     qDeleteAll(item->takeChildren());
     item->setText(0, layer->GetLayerName().toQString());
 
+    // "Not to render" leaves a layer without a render, and tzmap draws nothing
+    // of it; the legend says so, so that an empty map is not a puzzle.
+    if (!layer->GetRender()) {
+        // A vector layer keeps the look of its kind (point, line or fill), greyed.
+        auto* vector = dynamic_cast<TEFeatureLayer*>(layer);
+        const QIcon kind = vector ? symbolIcon(vector->GetDefaultStyle().get()) : QIcon();
+        item->setIcon(0, kind.isNull() ? layerTypeIcon(layer) : QIcon(kind.pixmap(IconSize, QIcon::Disabled)));
+        auto* note = new QTreeWidgetItem(item);
+        note->setText(0, tr("Not rendered"));
+        note->setFlags(Qt::ItemIsEnabled);
+        note->setForeground(0, palette().brush(QPalette::Disabled, QPalette::Text));
+        item->setExpanded(true);
+        return;
+    }
+
     auto* features = dynamic_cast<TEFeatureLayer*>(layer);
     if (!features) {
         item->setIcon(0, layerTypeIcon(layer));
         return;
     }
     const TERefPtr<TEFeatureRender> render = features->GetSymbolRender();
-    if (!render) {
-        item->setIcon(0, symbolIcon(features->GetDefaultStyle().get()));
+    if (!render)
         return;
-    }
     fillLegend(item, layer, render.get());
     item->setExpanded(true);
 }

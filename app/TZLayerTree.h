@@ -17,7 +17,8 @@ class TEStyle;
 // Under a layer drawn by categories, classes or rules, the legend: one
 // child item per class with its symbol and label; under a diagram layer,
 // its background's legend and then one item per diagram part with its
-// colour. A layer drawn with one symbol shows that symbol as its icon.
+// colour. A layer drawn with one symbol shows that symbol as its icon; a
+// layer without a render (not drawn) has one child saying "Not rendered".
 class TZLayerTree : public QTreeWidget
 {
     Q_OBJECT
