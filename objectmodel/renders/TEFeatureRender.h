@@ -6,9 +6,13 @@
 #include <functional>
 #include <vector>
 
+class QPainter;
+
 namespace TZObjects {
 
+class TEDrawContext;
 class TEFeature;
+class TEFeatureCursor;
 
 // Base of the vector renders: picks the style each feature is drawn with and
 // carries the settings every vector render shares (symbol priority, rotation
@@ -42,6 +46,17 @@ public:
     // was made or copied (a rule filter that does not compile), for the host
     // to show; empty when nothing did. The features concerned are not drawn.
     virtual TEString GetLastError() const { return TEString(); }
+
+    // Whether the render draws from the whole layer at once (a density
+    // surface, clusters) rather than, or besides, a style per feature. A
+    // host drawing such a render calls DrawLayer after the per-feature pass;
+    // for a diagram render DrawLayer then replaces the per-feature diagrams.
+    virtual bool DrawsWholeLayer() const { return false; }
+    // Draws from every feature the cursor gives: the host opens it on the
+    // features in view, with the fields of GetUsedAttributes() and their
+    // geometry. Polls context.IsCancelled() as it goes; returns false when
+    // cancelled or failed. The base draws nothing.
+    virtual bool DrawLayer(QPainter* painter, TEFeatureCursor* cursor, const TEDrawContext& context) const;
 
     // Every style the render holds, in render order (no empty pointers).
     std::vector<TERefPtr<TEStyle>> GetStyles() const;
