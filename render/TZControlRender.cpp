@@ -3,6 +3,7 @@
 #include "TZRenderPanel.h"
 #include "TZRenderPanelSingleSymbol.h"
 #include "TZRenderPanelUniqueValues.h"
+#include "TZRenderTranslation.h"
 #include "ui_TZControlRender.h"
 
 #include "data/TEFeatureLayer.h"
@@ -44,8 +45,12 @@ TZControlRender* TZControlRender::instance(QWidget* parent)
     // Guarded so that a host which destroyed the dock along with its parent
     // gets a new dock instead of a dangling pointer.
     static QPointer<TZControlRender> dock;
-    if (!dock)
+    if (!dock) {
+        // The texts in the user's language, unless the host chose one.
+        if (TZRenderTranslation::installedFile().isEmpty())
+            TZRenderTranslation::install();
         dock = new TZControlRender(parent);
+    }
     return dock;
 }
 
