@@ -59,8 +59,7 @@ TZControlRender::TZControlRender(QWidget* parent)
     , mUi(std::make_unique<Ui::TZControlRender>())
 {
     mUi->setupUi(this);
-    mUi->mButtonBox->button(QDialogButtonBox::Apply)->setText(tr("Apply"));
-    mUi->mButtonBox->button(QDialogButtonBox::Reset)->setText(tr("Reset"));
+    nameButtons();
     setupConnection();
     initRenderCatalog();
     mUi->mTabWidgetStyle->tabBar()->hide();
@@ -69,6 +68,25 @@ TZControlRender::TZControlRender(QWidget* parent)
 TZControlRender::~TZControlRender()
 {
     clear();
+}
+
+void TZControlRender::nameButtons()
+{
+    mUi->mButtonBox->button(QDialogButtonBox::Apply)->setText(tr("Apply"));
+    mUi->mButtonBox->button(QDialogButtonBox::Reset)->setText(tr("Reset"));
+}
+
+void TZControlRender::changeEvent(QEvent* event)
+{
+    TZDockWidget::changeEvent(event);
+    if (event->type() != QEvent::LanguageChange)
+        return;
+    // A translation installed while the dock exists (a host that loads one
+    // after making its main window, the dock among its children).
+    mUi->retranslateUi(this);
+    // The button box hears of the change after the dock and then gives its
+    // standard buttons Qt's own texts, so they are named again afterwards.
+    QMetaObject::invokeMethod(this, &TZControlRender::nameButtons, Qt::QueuedConnection);
 }
 
 void TZControlRender::setLayer(TELayer* layer)

@@ -81,6 +81,8 @@ private Q_SLOTS:
             QMainWindow window;
             TZControlRender* dock = TZControlRender::instance(&window);
             QLocale::setDefault(previous);
+            // Loading told the existing window of a language change.
+            QTest::qWait(20);
             QCOMPARE(TZRenderTranslation::installedFile(), QStringLiteral("tzrender_de.qm"));
             QCOMPARE(dock->windowTitle(), QStringLiteral("Symbolisierung"));
             QCOMPARE(dockApplyText(dock), QStringLiteral("Anwenden"));
@@ -112,6 +114,25 @@ private Q_SLOTS:
         }
         // The dock went with its window; the next one is made anew.
         delete TZControlRender::instance(nullptr);
+    }
+
+    void dockFollowsATranslationLoadedOrRemovedLater()
+    {
+        QMainWindow window;
+        TZControlRender* dock = TZControlRender::instance(&window);
+        window.addDockWidget(Qt::RightDockWidgetArea, dock);
+        window.show();
+        QCOMPARE(dockApplyText(dock), QStringLiteral("Apply"));
+
+        QVERIFY(TZRenderTranslation::install(QLocale(QStringLiteral("de_DE"))));
+        QTest::qWait(20);
+        QCOMPARE(dock->windowTitle(), QStringLiteral("Symbolisierung"));
+        QCOMPARE(dockApplyText(dock), QStringLiteral("Anwenden"));
+
+        TZRenderTranslation::remove();
+        QTest::qWait(20);
+        QCOMPARE(dock->windowTitle(), QStringLiteral("Symbol rendering"));
+        QCOMPARE(dockApplyText(dock), QStringLiteral("Apply"));
     }
 };
 
