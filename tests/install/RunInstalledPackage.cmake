@@ -22,7 +22,10 @@ file(REMOVE_RECURSE ${work})
 file(MAKE_DIRECTORY ${work})
 # The installed files must find each other on their own.
 unset(ENV{LD_LIBRARY_PATH})
+# Headless, and in English whatever the developer's locale.
 set(ENV{QT_QPA_PLATFORM} offscreen)
+set(ENV{LC_ALL} C.UTF-8)
+unset(ENV{LANGUAGE})
 
 function(fail message)
   file(REMOVE_RECURSE ${work})
