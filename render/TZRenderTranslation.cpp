@@ -21,12 +21,14 @@ bool TZRenderTranslation::install(const QLocale& locale)
     if (!app)
         return false;
     remove();
-    // English is the source language: nothing to load.
-    if (locale.language() == QLocale::C || locale.language() == QLocale::English)
+    // As with gettext, the language list (LANGUAGE) does not count while the
+    // locale is plain C.
+    if (locale.language() == QLocale::C)
         return false;
     auto* translator = new QTranslator(app);
-    // Tries the locale's UI languages in turn, each from the most to the
-    // least specific name (tzrender_de_AT, tzrender_de).
+    // Tries the locale's UI languages in turn (for the system locale the
+    // LANGUAGE list first), each from the most to the least specific name
+    // (tzrender_de_AT, tzrender_de); English needs none.
     if (!translator->load(locale, QStringLiteral("tzrender"), QStringLiteral("_"), QStringLiteral(":/i18n"))) {
         delete translator;
         return false;
