@@ -4,7 +4,7 @@
 <context>
     <name>QObject</name>
     <message>
-        <location filename="../../app/TZRasterLayerDrawer.cpp" line="+120"/>
+        <location filename="../../app/TZRasterLayerDrawer.cpp" line="+117"/>
         <source>The raster has no usable geo-transform.</source>
         <translation type="unfinished"></translation>
     </message>
@@ -79,7 +79,7 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../../render/TZControlRender.cpp" line="+62"/>
+        <location filename="../../render/TZControlRender.cpp" line="+75"/>
         <source>Apply</source>
         <translation type="unfinished"></translation>
     </message>
@@ -89,7 +89,7 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+35"/>
+        <location line="+40"/>
         <location line="+69"/>
         <source>Not to render</source>
         <translation type="unfinished"></translation>
@@ -199,6 +199,14 @@
     </message>
 </context>
 <context>
+    <name>TZFeatureLayerDrawer</name>
+    <message>
+        <location filename="../../app/TZFeatureLayerDrawer.cpp" line="+140"/>
+        <source>The %1 render could not draw the layer.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>TZLayerOpener</name>
     <message>
         <location filename="../../app/TZLayerOpener.cpp" line="+41"/>
@@ -217,9 +225,17 @@
     </message>
 </context>
 <context>
+    <name>TZLayerTree</name>
+    <message>
+        <location filename="../../app/TZLayerTree.cpp" line="+167"/>
+        <source>Not rendered</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>TZMapProject</name>
     <message>
-        <location filename="../../app/TZMapProject.cpp" line="+87"/>
+        <location filename="../../app/TZMapProject.cpp" line="+101"/>
         <source>Cannot write &quot;%1&quot;: %2</source>
         <translation type="unfinished"></translation>
     </message>
@@ -234,7 +250,7 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+5"/>
+        <location line="+6"/>
         <source>&quot;%1&quot; was written by a newer tzmap.</source>
         <translation type="unfinished"></translation>
     </message>
@@ -244,7 +260,7 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+8"/>
+        <location line="+9"/>
         <source>The symbology of &quot;%1&quot; could not be read: %2</source>
         <translation type="unfinished"></translation>
     </message>
@@ -699,7 +715,7 @@ Do you want to save them?</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../../panels/vector/TZRenderPanelSingleSymbol.cpp" line="+71"/>
+        <location filename="../../panels/vector/TZRenderPanelSingleSymbol.cpp" line="+72"/>
         <source>Single symbol</source>
         <translation type="unfinished"></translation>
     </message>
@@ -910,7 +926,7 @@ Do you want to save them?</source>
     </message>
     <message>
         <location line="+6"/>
-        <location filename="../../objectmodel/widgets/TZStyleSelectorDialog.cpp" line="+134"/>
+        <location filename="../../objectmodel/widgets/TZStyleSelectorDialog.cpp" line="+135"/>
         <source>Size:</source>
         <translation type="unfinished"></translation>
     </message>

@@ -4,7 +4,7 @@
 <context>
     <name>QObject</name>
     <message>
-        <location filename="../../app/TZRasterLayerDrawer.cpp" line="+120"/>
+        <location filename="../../app/TZRasterLayerDrawer.cpp" line="+117"/>
         <source>The raster has no usable geo-transform.</source>
         <translation>Das Raster hat keine verwendbare Georeferenzierung.</translation>
     </message>
@@ -79,7 +79,7 @@
         <translation>Nicht darstellen</translation>
     </message>
     <message>
-        <location filename="../../render/TZControlRender.cpp" line="+62"/>
+        <location filename="../../render/TZControlRender.cpp" line="+75"/>
         <source>Apply</source>
         <translation>Anwenden</translation>
     </message>
@@ -89,7 +89,7 @@
         <translation>Zurücksetzen</translation>
     </message>
     <message>
-        <location line="+35"/>
+        <location line="+40"/>
         <location line="+69"/>
         <source>Not to render</source>
         <translation>Nicht darstellen</translation>
@@ -199,6 +199,14 @@
     </message>
 </context>
 <context>
+    <name>TZFeatureLayerDrawer</name>
+    <message>
+        <location filename="../../app/TZFeatureLayerDrawer.cpp" line="+140"/>
+        <source>The %1 render could not draw the layer.</source>
+        <translation>Die Darstellung %1 konnte den Layer nicht zeichnen.</translation>
+    </message>
+</context>
+<context>
     <name>TZLayerOpener</name>
     <message>
         <location filename="../../app/TZLayerOpener.cpp" line="+41"/>
@@ -217,9 +225,17 @@
     </message>
 </context>
 <context>
+    <name>TZLayerTree</name>
+    <message>
+        <location filename="../../app/TZLayerTree.cpp" line="+167"/>
+        <source>Not rendered</source>
+        <translation>Nicht dargestellt</translation>
+    </message>
+</context>
+<context>
     <name>TZMapProject</name>
     <message>
-        <location filename="../../app/TZMapProject.cpp" line="+87"/>
+        <location filename="../../app/TZMapProject.cpp" line="+101"/>
         <source>Cannot write &quot;%1&quot;: %2</source>
         <translation>„%1“ kann nicht geschrieben werden: %2</translation>
     </message>
@@ -234,7 +250,7 @@
         <translation>„%1“ ist kein tzmap-Projekt.</translation>
     </message>
     <message>
-        <location line="+5"/>
+        <location line="+6"/>
         <source>&quot;%1&quot; was written by a newer tzmap.</source>
         <translation>„%1“ wurde von einer neueren tzmap-Version geschrieben.</translation>
     </message>
@@ -244,7 +260,7 @@
         <translation>Layer „%1“ wurde ausgelassen: %2</translation>
     </message>
     <message>
-        <location line="+8"/>
+        <location line="+9"/>
         <source>The symbology of &quot;%1&quot; could not be read: %2</source>
         <translation>Die Symbolisierung von „%1“ konnte nicht gelesen werden: %2</translation>
     </message>
@@ -703,7 +719,7 @@ Möchten Sie sie speichern?</translation>
         <translation>Legende:</translation>
     </message>
     <message>
-        <location filename="../../panels/vector/TZRenderPanelSingleSymbol.cpp" line="+71"/>
+        <location filename="../../panels/vector/TZRenderPanelSingleSymbol.cpp" line="+72"/>
         <source>Single symbol</source>
         <translation>Einzelsymbol</translation>
     </message>
@@ -914,7 +930,7 @@ Möchten Sie sie speichern?</translation>
     </message>
     <message>
         <location line="+6"/>
-        <location filename="../../objectmodel/widgets/TZStyleSelectorDialog.cpp" line="+134"/>
+        <location filename="../../objectmodel/widgets/TZStyleSelectorDialog.cpp" line="+135"/>
         <source>Size:</source>
         <translation>Größe:</translation>
     </message>
