@@ -124,7 +124,7 @@ int main(int argc, char** argv)
     }, rows);
     const size_t scanRows = rows;
 
-    table->SetPushDownEnabled(false);
+    table->SetMethod(TEFeatureTable::Method::Cursor);
     const double tableScan = timeMs([&] {
         table->GetValueCounts(kind, TEQueryFilter(), counts, &error);
         return counts.size();
