@@ -8,8 +8,9 @@
 #include <algorithm>
 #include <climits>
 #include <cstring>
+#include <cstdint>
 #include <string>
-#include <unordered_map>
+#include <string_view>
 #include <unordered_set>
 
 namespace TZObjects {
@@ -22,33 +23,21 @@ QString quoteIdentifier(const QString& name)
 }
 
 // Values in first-met order with their counts. Keys are the UTF-8 bytes of
-// the value's text, which is cheaper to hash than a wide string.
+// the value's text, which is cheaper to hash than a wide string. The index
+// is an open-addressing table of 8-byte slots (a hash tag and the row), so
+// that a field of many distinct values costs one cache miss per feature
+// rather than a bucket and a node.
 class ValueCollector
 {
 public:
     // One more feature of the value, in reading order.
-    void addOne(const std::string& key)
-    {
-        auto found = mIndex.find(key);
-        if (found == mIndex.end()) {
-            mIndex.emplace(key, mRows.size());
-            mRows.push_back({key, 1, 0});
-        } else {
-            ++mRows[found->second].count;
-        }
-    }
+    void addOne(const std::string& key) { ++rowFor(key, 0).count; }
 
     // Adds count features of the value; firstFid is the smallest FID that
     // holds it (used to order grouped results).
     void add(const std::string& key, int count, long long firstFid)
     {
-        auto found = mIndex.find(key);
-        if (found == mIndex.end()) {
-            mIndex.emplace(key, mRows.size());
-            mRows.push_back({key, count, firstFid});
-            return;
-        }
-        Row& row = mRows[found->second];
+        Row& row = rowFor(key, firstFid);
         row.count += count;
         row.firstFid = std::min(row.firstFid, firstFid);
     }
@@ -73,9 +62,46 @@ private:
         std::string key;
         int count = 0;
         long long firstFid = 0;
+        size_t hash = 0;
     };
-    std::unordered_map<std::string, size_t> mIndex;
+
+    Row& rowFor(const std::string& key, long long firstFid)
+    {
+        if (2 * (mRows.size() + 1) > mSlots.size())
+            grow();
+        const size_t hash = std::hash<std::string_view>()(key);
+        const uint64_t tag = uint64_t(uint32_t(hash >> 32)) << 32;
+        for (size_t i = hash & mMask;; i = (i + 1) & mMask) {
+            const uint64_t slot = mSlots[i];
+            if (!slot) {
+                mRows.push_back({key, 0, firstFid, hash});
+                mSlots[i] = tag | uint64_t(mRows.size());
+                return mRows.back();
+            }
+            if ((slot & ~uint64_t(0xffffffffu)) == tag) {
+                Row& row = mRows[size_t(uint32_t(slot)) - 1];
+                if (row.key == key)
+                    return row;
+            }
+        }
+    }
+
+    void grow()
+    {
+        const size_t size = std::max<size_t>(1024, mSlots.size() * 2);
+        mSlots.assign(size, 0);
+        mMask = size - 1;
+        for (size_t r = 0; r < mRows.size(); ++r) {
+            size_t i = mRows[r].hash & mMask;
+            while (mSlots[i])
+                i = (i + 1) & mMask;
+            mSlots[i] = (uint64_t(uint32_t(mRows[r].hash >> 32)) << 32) | uint64_t(r + 1);
+        }
+    }
+
     std::vector<Row> mRows;
+    std::vector<uint64_t> mSlots;
+    size_t mMask = 0;
 };
 
 // The text ToString gives for the field of an OGR feature, as UTF-8.

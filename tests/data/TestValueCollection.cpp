@@ -241,6 +241,35 @@ private Q_SLOTS:
             QCOMPARE(before[method], saved);
     }
 
+    // Thousands of distinct values: the counting table grows many times
+    // over and must still give each value its count in first-met order.
+    void manyDistinctValuesKeepCountsAndOrder()
+    {
+        std::vector<Row> rows;
+        for (int i = 0; i < 6000; ++i) {
+            Row row;
+            row.wkt = QStringLiteral("POINT (%1 0)").arg(i);
+            row.values = {TEVariant(QStringLiteral("v%1").arg((i * 7919) % 4001).toUtf8().constData()),
+                          TEVariant(i % 2500), TEVariant(0.5)};
+            rows.push_back(row);
+        }
+        const QString path = mDir.filePath(QStringLiteral("many.gpkg"));
+        QCOMPARE(DataFixtures::writeVector(path, "GPKG", QStringLiteral("many"), wkbPoint, kFields, rows), QString());
+        TERefPtr<TEFeatureLayer> layer = TEFeatureLayer::Open(path);
+        QVERIFY(layer);
+        for (const QString field : {QStringLiteral("kind"), QStringLiteral("code")}) {
+            const QStringList expected = cursorCounts(*layer, field, TEQueryFilter());
+            QCOMPARE(expected.size(), field == QLatin1String("kind") ? 4001 : 2500);
+            for (TEFeatureTable::Method method : kMethods) {
+                TERefPtr<TEFeatureTable> table = layer->GetDatasource();
+                table->SetMethod(method);
+                std::vector<TEFeatureTable::ValueCount> counts;
+                QVERIFY(table->GetValueCounts(TEString(field), TEQueryFilter(), counts));
+                QCOMPARE(describe(counts), expected);
+            }
+        }
+    }
+
     void pushDownOnlyWhereTextsAreExact()
     {
         TERefPtr<TEFeatureTable> gpkg = TEFeatureLayer::Open(mGpkg)->GetDatasource();
