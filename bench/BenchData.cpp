@@ -156,7 +156,6 @@ int main(int argc, char** argv)
     printRatio("distinct values", distinct, sqliteDistinct, "SQLite SELECT DISTINCT", 1.0);
     printRatio("values with counts", valueCounts, sqliteCounts, "SQLite GROUP BY", 1.0);
     printRatio("cursor scan, one field, no geometry", cursorScan, sqliteCounts, "SQLite GROUP BY", 2.0);
-    printRatio("cursor scan vs our counted query", cursorScan, valueCounts, "values with counts", 2.0);
     std::printf("  each way of reading (counts / distinct):\n");
     for (const MethodTime& m : methods)
         std::printf("    %-30s %9.1f ms  %9.1f ms   (%.2fx / %.2fx SQLite)\n", m.name, m.counts, m.distinct,

@@ -288,16 +288,24 @@ bool TEFeatureTable::CanPushDown(const TEString& fieldName) const
 TEFeatureTable::Method TEFeatureTable::MethodFor(const TEString& fieldName, const TEQueryFilter& filter) const
 {
     const QString driver = mLayer->GetDriverName();
-    if (filter.HasSpatialRect() || !CanPushDown(fieldName)) {
-        const int index = mLayer->GetFields()->FindField(fieldName);
-        const bool readable = index >= 2 && isReadableType(mLayer->GetFields()->GetField(index)->GetFieldType());
-        QMutexLocker lock(&mLayer->mMutex);
-        if (readable && mLayer->mLayer && mLayer->GetDatasourceClassName() == TEString(L"TEFeatureLayer")
-            && OGR_L_TestCapability(mLayer->mLayer, OLCFastGetArrowStream))
-            return Method::ArrowStream;
+    if (driver == QLatin1String("PostgreSQL"))
+        return CanPushDown(fieldName) && !filter.HasSpatialRect() ? Method::PushDown : Method::Cursor;
+    const int index = mLayer->GetFields()->FindField(fieldName);
+    if (index < 2 || !isReadableType(mLayer->GetFields()->GetField(index)->GetFieldType()))
         return Method::Cursor;
+    bool fastArrow = false;
+    {
+        QMutexLocker lock(&mLayer->mMutex);
+        fastArrow = mLayer->mLayer && mLayer->GetDatasourceClassName() == TEString(L"TEFeatureLayer")
+            && OGR_L_TestCapability(mLayer->mLayer, OLCFastGetArrowStream);
     }
-    return driver == QLatin1String("PostgreSQL") ? Method::PushDown : Method::SqliteRead;
+    // The driver's own Arrow stream reads a column in batches and beats
+    // reading it row by row.
+    if (fastArrow)
+        return Method::ArrowStream;
+    if (!filter.HasSpatialRect() && (driver == QLatin1String("GPKG") || driver == QLatin1String("SQLite")))
+        return Method::SqliteRead;
+    return Method::Cursor;
 }
 
 bool TEFeatureTable::GetDistinctValues(const TEString& fieldName, std::vector<TEString>& values, QString* error) const

@@ -49,10 +49,11 @@ public:
     void SetMethod(Method method) { mMethod = method; }
     Method GetMethod() const { return mMethod; }
     // What Automatic uses for the field and filter: SQL push-down for a
-    // server (PostGIS), the one-column SQLite read for GeoPackage and SQLite
-    // files, the Arrow stream where the driver offers a fast one, otherwise
-    // the cursor. Counting one field in a hash table on the client beats a
-    // local file's GROUP BY; a server is better asked to do the work.
+    // server (PostGIS); for a local source the Arrow stream where the driver
+    // offers a fast one (GeoPackage does), else the one-column SQLite read
+    // for GeoPackage and SQLite files, else the cursor. Counting one field
+    // in a hash table on the client beats a local file's GROUP BY; a server
+    // is better asked to do the work.
     Method MethodFor(const TEString& fieldName, const TEQueryFilter& filter) const;
     // The method that served the last query (after any fallback).
     Method GetLastMethod() const { return mLastMethod; }

@@ -46,6 +46,10 @@ TZModelUniqueValues::TZModelUniqueValues(QObject* parent)
 TZModelUniqueValues::~TZModelUniqueValues()
 {
     unbindLayerEvents();
+    // A dialog without a parent is the model's to delete; one with a parent
+    // may already be gone with it.
+    if (mWaitDialog && !mWaitDialog->parentWidget())
+        delete mWaitDialog;
 }
 
 int TZModelUniqueValues::rowCount(const QModelIndex& parent) const
@@ -550,9 +554,14 @@ void TZModelUniqueValues::writeCategories(TECategorizedSymbolRender& render) con
 
 void TZModelUniqueValues::runCollection(QWidget* dialogParent, const std::function<void()>& job)
 {
-    TZWaitDialog wait(tr("Wait"), dialogParent);
-    wait.setWindowTitle(tr("Wait"));
-    wait.WaitFor(job);
+    // The dialog is kept for the next collection: building its widgets
+    // would cost a small layer more than reading it.
+    if (!mWaitDialog || mWaitDialog->parentWidget() != dialogParent) {
+        delete mWaitDialog;
+        mWaitDialog = new TZWaitDialog(tr("Wait"), dialogParent);
+        mWaitDialog->setWindowTitle(tr("Wait"));
+    }
+    mWaitDialog->WaitFor(job);
 }
 
 void TZModelUniqueValues::addAllValues(const TEColorRamp* ramp, QWidget* dialogParent)

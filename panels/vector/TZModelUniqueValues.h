@@ -10,10 +10,13 @@
 #include <QAbstractListModel>
 #include <QHash>
 #include <QMutex>
+#include <QPointer>
 #include <QStringList>
 
 #include <functional>
 #include <vector>
+
+class TZWaitDialog;
 
 namespace TZObjects {
 class TEColorRamp;
@@ -223,4 +226,6 @@ private:
     bool mBusy = false;
     bool mPriorityShown = false;
     int mColumnCount = FirstPriorityColumn;
+    // The "Wait" dialog of the collections, made on first use.
+    QPointer<TZWaitDialog> mWaitDialog;
 };
