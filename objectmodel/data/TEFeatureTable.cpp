@@ -42,18 +42,17 @@ public:
         row.firstFid = std::min(row.firstFid, firstFid);
     }
 
-    std::vector<TEFeatureTable::ValueCount> result(bool orderByFirstFid)
+    // Hands every value with its count to out, in first-met order (or by
+    // first FID for grouped results).
+    void result(bool orderByFirstFid, const TEFeatureTable::ValueSink& out)
     {
         if (orderByFirstFid)
             std::stable_sort(mRows.begin(), mRows.end(),
                              [](const Row& a, const Row& b) { return a.firstFid < b.firstFid; });
-        std::vector<TEFeatureTable::ValueCount> values;
-        values.reserve(mRows.size());
         for (const Row& row : mRows) {
             if (row.count > 0)
-                values.push_back({TEString::fromUtf8(row.key), row.count});
+                out(row.key, row.count);
         }
-        return values;
     }
 
 private:
@@ -227,7 +226,7 @@ public:
         mCollector.add(key, count, firstFid);
     }
 
-    std::vector<ValueCount> Finish()
+    void Finish(const ValueSink& out)
     {
         if (mGrouped) {
             for (const Changed& changed : mChanged)
@@ -235,13 +234,14 @@ public:
             long long after = LLONG_MAX / 2;
             for (const std::string& key : mAdded)
                 mCollector.add(key, 1, after++);
-            return mCollector.result(true);
+            mCollector.result(true, out);
+            return;
         }
         while (mNextChanged < mChanged.size())
             mCollector.addOne(mChanged[mNextChanged++].key);
         for (const std::string& key : mAdded)
             mCollector.addOne(key);
-        return mCollector.result(false);
+        mCollector.result(false, out);
     }
 
 private:
@@ -317,13 +317,8 @@ bool TEFeatureTable::GetDistinctValues(const TEString& fieldName, const TEQueryF
                                        std::vector<TEString>& values, QString* error) const
 {
     values.clear();
-    std::vector<ValueCount> counts;
-    if (!Collect(Query::Distinct, fieldName, filter, counts, error))
-        return false;
-    values.reserve(counts.size());
-    for (ValueCount& entry : counts)
-        values.push_back(std::move(entry.value));
-    return true;
+    return Collect(fieldName, filter,
+                   [&values](const std::string& key, int) { values.push_back(TEString::fromUtf8(key)); }, error);
 }
 
 bool TEFeatureTable::GetValueCounts(const TEString& fieldName, std::vector<ValueCount>& counts, QString* error) const
@@ -334,15 +329,30 @@ bool TEFeatureTable::GetValueCounts(const TEString& fieldName, std::vector<Value
 bool TEFeatureTable::GetValueCounts(const TEString& fieldName, const TEQueryFilter& filter,
                                     std::vector<ValueCount>& counts, QString* error) const
 {
-    return Collect(Query::Counts, fieldName, filter, counts, error);
+    counts.clear();
+    return Collect(fieldName, filter,
+                   [&counts](const std::string& key, int count) { counts.push_back({TEString::fromUtf8(key), count}); },
+                   error);
 }
 
-bool TEFeatureTable::Collect(Query, const TEString& fieldName, const TEQueryFilter& filter,
-                             std::vector<ValueCount>& result, QString* error) const
+bool TEFeatureTable::GetValueTexts(const TEString& fieldName, const TEQueryFilter& filter, QStringList& values,
+                                   std::vector<int>& counts, QString* error) const
+{
+    values.clear();
+    counts.clear();
+    return Collect(fieldName, filter,
+                   [&values, &counts](const std::string& key, int count) {
+                       values.append(QString::fromUtf8(key.data(), int(key.size())));
+                       counts.push_back(count);
+                   },
+                   error);
+}
+
+bool TEFeatureTable::Collect(const TEString& fieldName, const TEQueryFilter& filter, const ValueSink& out,
+                             QString* error) const
 {
     // Distinct values cost the same as counts on every path: each reads the
     // field once and the counting is a hash lookup per feature.
-    result.clear();
     const int index = FieldIndex(fieldName, error);
     if (index < 0)
         return false;
@@ -371,11 +381,11 @@ bool TEFeatureTable::Collect(Query, const TEString& fieldName, const TEQueryFilt
         mLastMethod = Method::Cursor;
         if (!ReadCursor(index, filter, fresh, error))
             return false;
-        result = fresh.Finish();
+        fresh.Finish(out);
         return true;
     }
     mLastMethod = method;
-    result = sink.Finish();
+    sink.Finish(out);
     return true;
 }
 

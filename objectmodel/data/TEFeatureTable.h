@@ -2,6 +2,10 @@
 
 #include "data/TEFeatureLayer.h"
 
+#include <QStringList>
+
+#include <functional>
+#include <string>
 #include <vector>
 
 namespace TZObjects {
@@ -72,8 +76,15 @@ public:
     bool GetValueCounts(const TEString& fieldName, const TEQueryFilter& filter, std::vector<ValueCount>& counts,
                         QString* error = nullptr) const;
 
+    // The values as QStrings, with their counts alongside (what the panels
+    // show), without going through TEString.
+    bool GetValueTexts(const TEString& fieldName, const TEQueryFilter& filter, QStringList& values,
+                       std::vector<int>& counts, QString* error = nullptr) const;
+
+    // Receives each value (its UTF-8 text) with its count.
+    using ValueSink = std::function<void(const std::string& value, int count)>;
+
 private:
-    enum class Query { Distinct, Counts };
 
     class RowSink;
 
@@ -85,8 +96,8 @@ private:
     bool ReadArrow(int fieldIndex, const TEQueryFilter& filter, RowSink& sink) const;
     bool ReadCursor(int fieldIndex, const TEQueryFilter& filter, RowSink& sink, QString* error) const;
     QString FidColumn() const;
-    bool Collect(Query query, const TEString& fieldName, const TEQueryFilter& filter,
-                 std::vector<ValueCount>& result, QString* error) const;
+    bool Collect(const TEString& fieldName, const TEQueryFilter& filter, const ValueSink& out,
+                 QString* error) const;
 
     TERefPtr<const TEFeatureLayer> mLayer;
     Method mMethod = Method::Automatic;

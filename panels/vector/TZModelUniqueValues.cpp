@@ -471,30 +471,16 @@ bool TZModelUniqueValues::collect(const QString& fieldName, bool withCounts)
     if (!table)
         return false;
 
-    // The table gives the values in the order a cursor over the filter meets
-    // them first, pushing the query down to the source where it can.
-    std::vector<TEFeatureTable::ValueCount> found;
-    if (withCounts) {
-        if (!table->GetValueCounts(TEString(fieldName), mLayer->query_filter(), found))
-            return false;
-    } else {
-        std::vector<TEString> distinct;
-        if (!table->GetDistinctValues(TEString(fieldName), mLayer->query_filter(), distinct))
-            return false;
-        found.reserve(distinct.size());
-        for (TEString& value : distinct)
-            found.push_back({std::move(value), -1});
-    }
-
+    // The table gives the values in the order a scan of the layer as edited
+    // meets them first; without counting they are marked not counted (-1).
     QStringList values;
+    std::vector<int> found;
+    if (!table->GetValueTexts(TEString(fieldName), mLayer->query_filter(), values, found))
+        return false;
     QHash<QString, int> countByValue;
-    values.reserve(int(found.size()));
-    countByValue.reserve(int(found.size()));
-    for (const TEFeatureTable::ValueCount& c : found) {
-        const QString text = c.value.toQString();
-        values.append(text);
-        countByValue.insert(text, c.count);
-    }
+    countByValue.reserve(values.size());
+    for (int i = 0; i < values.size(); ++i)
+        countByValue.insert(values[i], withCounts ? found[size_t(i)] : -1);
     QMutexLocker locker(&mValuesMutex);
     mValues.swap(values);
     mCounts.swap(countByValue);
