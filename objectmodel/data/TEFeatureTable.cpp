@@ -24,9 +24,9 @@ QString quoteIdentifier(const QString& name)
 
 // Values in first-met order with their counts. Keys are the UTF-8 bytes of
 // the value's text, which is cheaper to hash than a wide string. The index
-// is an open-addressing table of 8-byte slots (a hash tag and the row), so
+// is an open-addressing table whose slots hold short keys themselves, so
 // that a field of many distinct values costs one cache miss per feature
-// rather than a bucket and a node.
+// rather than a bucket, a node and the key.
 class ValueCollector
 {
 public:
@@ -69,37 +69,55 @@ private:
         if (2 * (mRows.size() + 1) > mSlots.size())
             grow();
         const size_t hash = std::hash<std::string_view>()(key);
-        const uint64_t tag = uint64_t(uint32_t(hash >> 32)) << 32;
+        const bool inlined = key.size() <= sizeof(Slot::text);
         for (size_t i = hash & mMask;; i = (i + 1) & mMask) {
-            const uint64_t slot = mSlots[i];
-            if (!slot) {
+            Slot& slot = mSlots[i];
+            if (!slot.row) {
                 mRows.push_back({key, 0, firstFid, hash});
-                mSlots[i] = tag | uint64_t(mRows.size());
+                fill(slot, mRows.size(), key);
                 return mRows.back();
             }
-            if ((slot & ~uint64_t(0xffffffffu)) == tag) {
-                Row& row = mRows[size_t(uint32_t(slot)) - 1];
-                if (row.key == key)
-                    return row;
-            }
+            if (slot.size != key.size())
+                continue;
+            // Short keys are compared in the slot itself, without touching
+            // the row.
+            if (inlined ? std::memcmp(slot.text, key.data(), key.size()) == 0 : mRows[slot.row - 1].key == key)
+                return mRows[slot.row - 1];
         }
     }
 
     void grow()
     {
         const size_t size = std::max<size_t>(1024, mSlots.size() * 2);
-        mSlots.assign(size, 0);
+        mSlots.assign(size, Slot());
         mMask = size - 1;
         for (size_t r = 0; r < mRows.size(); ++r) {
             size_t i = mRows[r].hash & mMask;
-            while (mSlots[i])
+            while (mSlots[i].row)
                 i = (i + 1) & mMask;
-            mSlots[i] = (uint64_t(uint32_t(mRows[r].hash >> 32)) << 32) | uint64_t(r + 1);
+            fill(mSlots[i], r + 1, mRows[r].key);
         }
     }
 
+    // A slot holds its row (from 1; 0 is empty), the key's length and, for
+    // a key of up to 16 bytes, the key itself.
+    struct Slot
+    {
+        uint32_t row = 0;
+        uint32_t size = 0;
+        char text[16];
+    };
+
+    static void fill(Slot& slot, size_t row, const std::string& key)
+    {
+        slot.row = uint32_t(row);
+        slot.size = uint32_t(key.size());
+        if (key.size() <= sizeof(slot.text))
+            std::memcpy(slot.text, key.data(), key.size());
+    }
+
     std::vector<Row> mRows;
-    std::vector<uint64_t> mSlots;
+    std::vector<Slot> mSlots;
     size_t mMask = 0;
 };
 

@@ -249,7 +249,10 @@ private Q_SLOTS:
         for (int i = 0; i < 6000; ++i) {
             Row row;
             row.wkt = QStringLiteral("POINT (%1 0)").arg(i);
-            row.values = {TEVariant(QStringLiteral("v%1").arg((i * 7919) % 4001).toUtf8().constData()),
+            // Short keys and keys longer than the counting table keeps in place.
+            const QString text = (i % 3 ? QStringLiteral("v%1") : QStringLiteral("a longer value, number %1"))
+                                     .arg((i * 7919) % 4001);
+            row.values = {TEVariant(text.toUtf8().constData()),
                           TEVariant(i % 2500), TEVariant(0.5)};
             rows.push_back(row);
         }
@@ -259,7 +262,7 @@ private Q_SLOTS:
         QVERIFY(layer);
         for (const QString field : {QStringLiteral("kind"), QStringLiteral("code")}) {
             const QStringList expected = cursorCounts(*layer, field, TEQueryFilter());
-            QCOMPARE(expected.size(), field == QLatin1String("kind") ? 4001 : 2500);
+            QVERIFY(expected.size() >= 2500);
             for (TEFeatureTable::Method method : kMethods) {
                 TERefPtr<TEFeatureTable> table = layer->GetDatasource();
                 table->SetMethod(method);
