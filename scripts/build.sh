@@ -11,4 +11,15 @@ export CCACHE_SLOPPINESS=${CCACHE_SLOPPINESS:-pch_defines,time_macros,include_fi
 if [ ! -f "$build/build.ninja" ]; then
   cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo
 fi
-cmake --build "$build" -j "${TZ_JOBS:-2}" "$@"
+# Plain arguments name targets (scripts/build.sh test_vector); options pass through.
+args=()
+raw=0
+for a in "$@"; do
+  if [ $raw -eq 1 ]; then args+=("$a"); raw=0; continue; fi
+  case "$a" in
+    --target|-t|-j|--parallel) args+=("$a"); raw=1 ;;
+    -*) args+=("$a") ;;
+    *) args+=(--target "$a") ;;
+  esac
+done
+cmake --build "$build" -j "${TZ_JOBS:-2}" "${args[@]}"

@@ -55,7 +55,8 @@ public:
     bool GetExtent(QRectF& extent) const override;
     QString GetSpatialReferenceWkt() const override;
 
-    // An empty render pointer removes the render.
+    // A layer opens with a single-symbol render of its default style. An
+    // empty render pointer removes the render.
     void SetSymbolRender(TERefPtr<TEFeatureRender> render);
     TERefPtr<TEFeatureRender> GetSymbolRender() const;
     TERefPtr<TERender> GetRender() const override;
@@ -112,6 +113,9 @@ protected:
     // A read-only SQLite connection on the source file (GeoPackage and
     // SQLite sources only), lent the same way; empty for other sources.
     TEHandlePool::Lease AcquireSqlite(QString* error) const;
+
+    // Gives the layer its opening render: a single symbol of its default style.
+    void SetDefaultRender();
 
     // Sets the where clause, rectangle and ignored fields of a layer handle.
     bool PrepareLayer(OGRLayerH layer, const TEQueryFilter& filter, QString* error) const;
