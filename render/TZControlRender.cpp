@@ -1,6 +1,7 @@
 #include "TZControlRender.h"
 
 #include "TZRenderPanel.h"
+#include "TZRenderPanelFourColorTheorem.h"
 #include "TZRenderPanelSingleSymbol.h"
 #include "TZRenderPanelUniqueValues.h"
 #include "ui_TZControlRender.h"
@@ -101,6 +102,7 @@ void TZControlRender::initRenderCatalog()
     // stretch, raster RGB composite.
     addRender(new TZRenderPanelSingleSymbol(this));
     addRender(new TZRenderPanelUniqueValues(this));
+    addRender(new TZRenderPanelFourColorTheorem(this));
 }
 
 void TZControlRender::addRender(TZRenderPanel* panel)
