@@ -6,6 +6,8 @@
 #include <QTreeWidget>
 
 namespace TZObjects {
+class TEFeatureLayer;
+class TEFourColorTheoremRender;
 class TEStyle;
 }
 
@@ -60,6 +62,8 @@ private:
     static QIcon symbolIcon(const TZObjects::TEStyle* style);
     static QIcon layerTypeIcon(const TZObjects::TELayer* layer);
     void addLegendItem(QTreeWidgetItem* parent, const TZObjects::TEStyle* style, const QString& label);
+    void addFourColorLegend(QTreeWidgetItem* parent, const TZObjects::TEFeatureLayer* layer,
+                            const TZObjects::TEFourColorTheoremRender* render);
 
     std::vector<TZObjects::TERefPtr<TZObjects::TELayer>> mLayers;
 };
