@@ -1,7 +1,6 @@
 #include "data/TEPolygonAdjacency.h"
 
 #include "data/TEGeometry.h"
-#include "data/TEGeosContext.h"
 
 #include <geos_c.h>
 
@@ -51,7 +50,7 @@ bool pointOnSurface(OGRGeometryH geometry, TEPoint& point)
 
 TEPolygonAdjacency::TEPolygonAdjacency(double tolerance)
     : mTolerance(tolerance)
-    , mContext(TEGeosContext::Current())
+    , mContext(GEOS_init_r())
     , mReader(GEOSWKBReader_create_r(mContext))
 {
 }
@@ -63,6 +62,7 @@ TEPolygonAdjacency::~TEPolygonAdjacency()
             GEOSGeom_destroy_r(mContext, geometry);
     }
     GEOSWKBReader_destroy_r(mContext, static_cast<GEOSWKBReader*>(mReader));
+    GEOS_finish_r(mContext);
 }
 
 void TEPolygonAdjacency::Reserve(std::size_t count)

@@ -24,8 +24,9 @@ class TEGeometry;
 // with the number of real neighbours rather than with the square of the
 // polygon count.
 //
-// Polygons are copied into the GEOS context of the thread that made the
-// object; add them and build on that one thread.
+// The object keeps its own GEOS context for the polygons it copies: use it
+// from one thread at a time (any thread, and not necessarily the one that
+// made it).
 class TZOBJECTS_EXPORT TEPolygonAdjacency
 {
 public:
