@@ -223,6 +223,25 @@ private Q_SLOTS:
         QVERIFY(render->getColorMap().size() < 5);
     }
 
+    // Cancel in the wait dialog stops the job; the layer keeps its render
+    // and the dock announces nothing.
+    void cancelledColouringSetsNothing()
+    {
+        auto layer = FourColorFixtures::polygonLayer(FourColorFixtures::mixedScene(5, 30000));
+        QVERIFY(layer);
+        const auto before = MakeRef<TESingleSymbolRender>(layer->GetDefaultStyle());
+        layer->SetSymbolRender(before);
+        TZRenderPanelFourColorTheorem* panel = openPanel(layer.get());
+        QVERIFY(panel);
+        QSignalSpy changed(mDock, SIGNAL(symbolChanged(QString)));
+        ModalAnswer cancel("TZWaitDialog", ModalAnswer::click(QDialogButtonBox::Cancel));
+        apply();
+        QVERIFY(cancel.answered());
+        QCOMPARE(cancel.dialogTitle(), QStringLiteral("Please wait"));
+        QCOMPARE(changed.count(), 0);
+        QVERIFY(layer->GetSymbolRender() == before);
+    }
+
     void nothingIsAppliedWithoutALayer()
     {
         mDock = TZControlRender::instance(nullptr);
