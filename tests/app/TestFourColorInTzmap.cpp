@@ -127,6 +127,43 @@ private Q_SLOTS:
         mSample = QDir(mDir.path()).filePath(TZSampleDataGenerator::GeoPackageName);
     }
 
+    // After a failed colouring the render holds colours for some features
+    // only: those are drawn in their colour on the default style's outline,
+    // the rest in the default style itself.
+    void uncolouredFeaturesKeepTheDefaultStyle()
+    {
+        const QString vectors = AppFixture::writeVectors(mDir.path());
+        QVERIFY(!vectors.isEmpty());
+        TERefPtr<TEFeatureLayer> squares = TEFeatureLayer::Open(vectors, QStringLiteral("squares"));
+        QVERIFY(squares);
+        std::vector<int> ids;
+        TERefPtr<TEFeatureCursor> cursor = squares->Search(TEQueryFilter());
+        while (TERefPtr<TEFeature> feature = cursor->NextFeature())
+            ids.push_back(feature->GetId());
+        QCOMPARE(ids.size(), std::size_t(2));
+
+        TERefPtr<TEStyle> base = AppFixture::fillStyle(QColor(200, 200, 200));
+        auto render = MakeRef<TEFourColorTheoremRender>();
+        render->setDefaultStyle(base);
+        render->setColorMap({{ids[0], TEColor(10, 120, 230)}});
+        squares->SetSymbolRender(render);
+
+        const TZMapViewport view = AppFixture::squaresViewport();
+        QImage image = AppFixture::blankImage(view);
+        std::unique_ptr<TZLayerDrawer> drawer = TZLayerDrawer::create(squares.get());
+        QVERIFY(drawer);
+        {
+            QPainter painter(&image);
+            QVERIFY(drawer->draw(&painter, view, nullptr));
+        }
+        QCOMPARE(AppFixture::colorAt(image, view, {30, 70}), QColor(10, 120, 230));
+        QCOMPARE(AppFixture::colorAt(image, view, {170, 30}), QColor(200, 200, 200));
+        // Both keep the default style's outline.
+        const QColor outline = AppFixture::colorAt(image, view, {100, 50});
+        QVERIFY(outline != QColor(10, 120, 230) && outline != QColor(200, 200, 200));
+        QCOMPARE(base->GetColor().GetColor() & 0xFFFFFFu, 0xC8C8C8u);
+    }
+
     void neighbouringRegionsNeverShareAColour()
     {
         TZMapWindow window;
