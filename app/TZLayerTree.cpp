@@ -3,7 +3,9 @@
 #include "data/TEFeatureLayer.h"
 #include "data/TERasterDirLayer.h"
 #include "renders/TECategorizedSymbolRender.h"
+#include "renders/TEDiagramRender.h"
 #include "renders/TEFourColorTheoremRender.h"
+#include "renders/TEGraduatedSymbolsDiagramRender.h"
 #include "renders/TERuleBasedSymbolRender.h"
 #include "renders/TESingleSymbolRender.h"
 #include "symbology/TEStyle.h"
@@ -12,6 +14,7 @@
 #include <QColor>
 #include <QDropEvent>
 #include <QHeaderView>
+#include <QLocale>
 #include <QPainter>
 #include <QStyle>
 
@@ -157,17 +160,53 @@ void TZLayerTree::refreshLegend(const QString& guid)
     qDeleteAll(item->takeChildren());
     item->setText(0, layer->GetLayerName().toQString());
 
+    // "Not to render" leaves a layer without a render, and tzmap draws nothing
+    // of it; the legend says so, so that an empty map is not a puzzle.
+    if (!layer->GetRender()) {
+        // A vector layer keeps the look of its kind (point, line or fill), greyed.
+        auto* vector = dynamic_cast<TEFeatureLayer*>(layer);
+        const QIcon kind = vector ? symbolIcon(vector->GetDefaultStyle().get()) : QIcon();
+        item->setIcon(0, kind.isNull() ? layerTypeIcon(layer) : QIcon(kind.pixmap(IconSize, QIcon::Disabled)));
+        auto* note = new QTreeWidgetItem(item);
+        note->setText(0, tr("Not rendered"));
+        note->setFlags(Qt::ItemIsEnabled);
+        note->setForeground(0, palette().brush(QPalette::Disabled, QPalette::Text));
+        item->setExpanded(true);
+        return;
+    }
+
     auto* features = dynamic_cast<TEFeatureLayer*>(layer);
     if (!features) {
         item->setIcon(0, layerTypeIcon(layer));
         return;
     }
     const TERefPtr<TEFeatureRender> render = features->GetSymbolRender();
-    if (!render) {
-        item->setIcon(0, symbolIcon(features->GetDefaultStyle().get()));
+    if (!render)
+        return;
+    fillLegend(item, layer, render.get());
+    item->setExpanded(true);
+}
+
+void TZLayerTree::fillLegend(QTreeWidgetItem* item, TELayer* layer, TEFeatureRender* render)
+{
+    if (auto* diagram = dynamic_cast<TEDiagramRender*>(render)) {
+        // The background's entries first, then what the diagrams show.
+        item->setIcon(0, QIcon());
+        if (const TERefPtr<TEFeatureRender> background = diagram->GetBackgroundRender())
+            fillLegend(item, layer, background.get());
+        for (const TERefPtr<TEDiagramRenderItem>& part : diagram->GetItems()) {
+            const QString caption = part->GetCaption().toQString();
+            addLegendItem(item, part->GetStyle().get(), caption.isEmpty() ? part->GetField().toQString() : caption);
+        }
+        if (auto* graduated = dynamic_cast<TEGraduatedSymbolsDiagramRender*>(render)) {
+            for (const TEGraduatedSymbolsDiagramItem& level : graduated->items())
+                addLegendItem(item, level.style().get(),
+                              QStringLiteral("%1 - %2").arg(QLocale().toString(level.lower()),
+                                                            QLocale().toString(level.upper())));
+        }
         return;
     }
-    if (auto* categories = dynamic_cast<TECategorizedSymbolRender*>(render.get())) {
+    if (auto* categories = dynamic_cast<TECategorizedSymbolRender*>(render)) {
         item->setIcon(0, QIcon());
         for (int i = 0; i < categories->GetItemCount(); ++i) {
             const TERefPtr<TECategoryRenderItem> category = categories->GetCategoryRenderItem(i);
@@ -177,21 +216,20 @@ void TZLayerTree::refreshLegend(const QString& guid)
             const QString label = category->GetLabel().toQString();
             addLegendItem(item, category->GetStyle().get(), label.isEmpty() ? category->GetValue().toQString() : label);
         }
-    } else if (auto* rules = dynamic_cast<TERuleBasedSymbolRender*>(render.get())) {
+    } else if (auto* rules = dynamic_cast<TERuleBasedSymbolRender*>(render)) {
         item->setIcon(0, QIcon());
         for (int i = 0; i < rules->RuleCount(); ++i) {
             const TERefPtr<TERuleBasedSymbolRender::Rule> rule = rules->GetRule(i);
             const QString label = rule->Label().toQString();
             addLegendItem(item, rule->Style().get(), label.isEmpty() ? rule->Expression().toQString() : label);
         }
-    } else if (auto* fourColor = dynamic_cast<TEFourColorTheoremRender*>(render.get())) {
+    } else if (auto* fourColor = dynamic_cast<TEFourColorTheoremRender*>(render)) {
         item->setIcon(0, QIcon());
-        addFourColorLegend(item, features, fourColor);
+        addFourColorLegend(item, dynamic_cast<TEFeatureLayer*>(layer), fourColor);
     } else {
         const std::vector<TERefPtr<TEStyle>> styles = render->GetStyles();
         item->setIcon(0, styles.empty() ? layerTypeIcon(layer) : symbolIcon(styles.front().get()));
     }
-    item->setExpanded(true);
 }
 
 void TZLayerTree::addFourColorLegend(QTreeWidgetItem* parent, const TEFeatureLayer* layer,
@@ -213,7 +251,7 @@ void TZLayerTree::addFourColorLegend(QTreeWidgetItem* parent, const TEFeatureLay
         addLegendItem(parent, swatch.get(),
                       QColor(entry.second.getR(), entry.second.getG(), entry.second.getB()).name());
     }
-    if (int(render->getColorMap().size()) < layer->GetFeatureCount())
+    if (layer && int(render->getColorMap().size()) < layer->GetFeatureCount())
         addLegendItem(parent, base.get(), tr("Uncolored"));
 }
 
