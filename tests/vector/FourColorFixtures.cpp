@@ -91,6 +91,19 @@ std::vector<TERefPtr<TEGeometry>> mixedScene(unsigned seed, int cells)
     return fromWkt(wkts);
 }
 
+QStringList repairGadget(double dx, double dy)
+{
+    return {box(dx, dy, dx + 1, dy + 1), box(dx + 1, dy, dx + 2, dy + 1), box(dx + 2, dy, dx + 3, dy + 1),
+            box(dx + 2, dy + 1, dx + 3, dy + 2),
+            QStringLiteral("POLYGON((%1 %2,%3 %2,%3 %4,%5 %4,%5 %6,%1 %6,%1 %2))")
+                .arg(dx)
+                .arg(dy - 10)
+                .arg(dx + 5)
+                .arg(dy + 2)
+                .arg(dx + 3)
+                .arg(dy)};
+}
+
 std::vector<TERefPtr<TEGeometry>> fromWkt(const QStringList& wkts)
 {
     std::vector<TERefPtr<TEGeometry>> polygons;

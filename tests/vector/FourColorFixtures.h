@@ -18,6 +18,12 @@ namespace FourColorFixtures {
 // island clear of it) and a ring of zero area lying on an island's edge.
 std::vector<TZObjects::TERefPtr<TZObjects::TEGeometry>> mixedScene(unsigned seed, int voronoiCells);
 
+// A chain of squares s, b, c, a square x on c touching b at a corner, and an
+// L-shaped f along their bottom and right sides, offset by (dx, dy). Grown
+// from s with four colours, f finds all four around it; the repair frees
+// s's colour and the colouring then succeeds: s 2, b 3, c 2, x 1, f 0.
+QStringList repairGadget(double dx, double dy);
+
 // Polygons from WKT texts (empty pointers for texts that do not parse).
 std::vector<TZObjects::TERefPtr<TZObjects::TEGeometry>> fromWkt(const QStringList& wkts);
 

@@ -107,28 +107,40 @@ private Q_SLOTS:
         QCOMPARE(clashes(fast.colors, fast.neighbours), QStringList());
     }
 
-    // The corner-touching squares alone need the repair step with four
-    // colours; both implementations must repair the same way.
+    // Layouts that need the repair step with four colours: squares meeting
+    // at corners (the repairs go round until the limit), and copies of the
+    // repair gadget, alone or joined to the squares, in shuffled order (each
+    // copy repaired once, then coloured, then the rescan finds the next).
     void repairsGiveTheSameColoursAsTheReference_data()
     {
         QTest::addColumn<int>("columns");
         QTest::addColumn<int>("rows");
+        QTest::addColumn<int>("gadgets");
         QTest::addColumn<unsigned>("seed");
-        QTest::newRow("6x6 shuffled") << 6 << 6 << 5u;
-        QTest::newRow("9x7 shuffled") << 9 << 7 << 8u;
-        QTest::newRow("12x4 in order") << 12 << 4 << 0u;
+        QTest::addColumn<bool>("failed");
+        QTest::newRow("6x6 squares shuffled") << 6 << 6 << 0 << 5u << true;
+        QTest::newRow("12x4 squares in order") << 12 << 4 << 0 << 0u << true;
+        QTest::newRow("8 gadgets in order") << 0 << 0 << 8 << 0u << false;
+        QTest::newRow("8 gadgets shuffled") << 0 << 0 << 8 << 3u << false;
+        QTest::newRow("20 gadgets shuffled") << 0 << 0 << 20 << 9u << false;
+        QTest::newRow("gadgets and squares shuffled") << 3 << 3 << 12 << 4u << false;
     }
 
     void repairsGiveTheSameColoursAsTheReference()
     {
         QFETCH(int, columns);
         QFETCH(int, rows);
+        QFETCH(int, gadgets);
         QFETCH(unsigned, seed);
+        QFETCH(bool, failed);
         QStringList wkts;
         for (int i = 0; i < columns; ++i) {
             for (int j = 0; j < rows; ++j)
                 wkts << FourColorFixtures::box(10 * i, 10 * j, 10 * i + 10, 10 * j + 10);
         }
+        // Gadgets in a row, each touching the next through its L.
+        for (int g = 0; g < gadgets; ++g)
+            wkts << FourColorFixtures::repairGadget(5 * g, -20 - 12 * (g % 2));
         if (seed) {
             std::mt19937 random(seed);
             std::shuffle(wkts.begin(), wkts.end(), random);
@@ -136,6 +148,7 @@ private Q_SLOTS:
         const Polygons polygons = FourColorFixtures::fromWkt(wkts);
         const FourColorReference::Result reference = FourColorReference::colour(polygons, 4);
         QVERIFY2(reference.repairs > 0, "the layout no longer needs a repair");
+        QCOMPARE(reference.failed, failed);
         const FastRun fast = runFast(polygons, 4);
         QCOMPARE(fast.result == TZFourColorJob::Result::Failed, reference.failed);
         QCOMPARE(listText(fast.colors), listText(reference.colors));
@@ -168,6 +181,7 @@ private Q_SLOTS:
             << QStringList{QStringLiteral("POLYGON((0 0,4 0,4 4,0 4,0 0),(1 1,3 1,3 3,1 3,1 1))"),
                            box(1.5, 1.5, 2.5, 2.5)}
             << 4 << "0 0";
+        QTest::newRow("repair frees the seed's colour") << FourColorFixtures::repairGadget(0, 0) << 4 << "2 3 2 1 0";
         QTest::newRow("zero-area ring on an edge")
             << QStringList{box(0, 0, 1, 1), QStringLiteral("POLYGON((0 1,0.5 1,1 1,0 1))")} << 4 << "0 3";
     }
