@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QDialogButtonBox>
+#include <QDir>
 #include <QPushButton>
 #include <QLabel>
 #include <QThread>
@@ -69,6 +70,8 @@ private Q_SLOTS:
         bool clicked = false;
         QTimer::singleShot(400, [&] {
             auto* buttons = dialog.findChild<QDialogButtonBox*>(QStringLiteral("mButtonBoxCancel"));
+            if (!qEnvironmentVariableIsEmpty("TZ_SNAPSHOT_DIR"))
+                dialog.grab().save(QDir(qEnvironmentVariable("TZ_SNAPSHOT_DIR")).filePath("wait-dialog-cancel.png"));
             if (buttons && buttons->isVisible() && buttons->button(QDialogButtonBox::Cancel)->text() == "Cancel") {
                 buttons->button(QDialogButtonBox::Cancel)->click();
                 clicked = true;
