@@ -2,6 +2,7 @@
 
 #include "TZRenderPanel.h"
 #include "TZRenderPanelFourColorTheorem.h"
+#include "TZRenderPanelRuleBased.h"
 #include "TZRenderPanelSingleSymbol.h"
 #include "TZRenderPanelUniqueValues.h"
 #include "TZRenderTranslation.h"
@@ -125,6 +126,7 @@ void TZControlRender::initRenderCatalog()
     // stretch, raster RGB composite.
     addRender(new TZRenderPanelSingleSymbol(this));
     addRender(new TZRenderPanelUniqueValues(this));
+    addRender(new TZRenderPanelRuleBased(this));
     addRender(new TZRenderPanelFourColorTheorem(this));
 }
 

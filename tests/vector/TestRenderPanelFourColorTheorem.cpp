@@ -107,10 +107,13 @@ private Q_SLOTS:
         const QStringList texts = comboTexts(styles());
         QCOMPARE(texts.contains(QStringLiteral("Four color themorem")), offered);
         if (offered) {
-            // After the single symbol and unique values pages, as the
-            // catalog orders them.
-            QVERIFY(texts.indexOf(QStringLiteral("Four color themorem")) > texts.indexOf(QStringLiteral("Single symbol")));
-            QVERIFY(texts.indexOf(QStringLiteral("Four color themorem")) > texts.indexOf(QStringLiteral("Unique Values")));
+            // After the single symbol, unique values and rule-based pages,
+            // as the catalog orders them.
+            const int at = texts.indexOf(QStringLiteral("Four color themorem"));
+            for (const char* before : {"Single symbol", "Unique Values", "Rule-based"}) {
+                QVERIFY2(texts.indexOf(QLatin1String(before)) >= 0, before);
+                QVERIFY2(texts.indexOf(QLatin1String(before)) < at, before);
+            }
         }
     }
 
