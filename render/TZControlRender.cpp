@@ -1,6 +1,7 @@
 #include "TZControlRender.h"
 
 #include "TZRenderPanel.h"
+#include "TZRenderPanelFourColorTheorem.h"
 #include "TZRenderPanelRuleBased.h"
 #include "TZRenderPanelSingleSymbol.h"
 #include "TZRenderPanelUniqueValues.h"
@@ -126,6 +127,7 @@ void TZControlRender::initRenderCatalog()
     addRender(new TZRenderPanelSingleSymbol(this));
     addRender(new TZRenderPanelUniqueValues(this));
     addRender(new TZRenderPanelRuleBased(this));
+    addRender(new TZRenderPanelFourColorTheorem(this));
 }
 
 void TZControlRender::addRender(TZRenderPanel* panel)
