@@ -3,6 +3,9 @@
 #include "TZRenderPanel.h"
 #include "TZRenderPanelSingleSymbol.h"
 #include "TZRenderPanelUniqueValues.h"
+#include "TzImageRenderClassDialog.h"
+#include "TzImageRenderColormapDialog.h"
+#include "TzImageRenderUniqueDialog.h"
 #include "ui_TZControlRender.h"
 
 #include "data/TEFeatureLayer.h"
@@ -101,6 +104,9 @@ void TZControlRender::initRenderCatalog()
     // stretch, raster RGB composite.
     addRender(new TZRenderPanelSingleSymbol(this));
     addRender(new TZRenderPanelUniqueValues(this));
+    addRender(new TzImageRenderClassDialog(this));
+    addRender(new TzImageRenderUniqueDialog(this));
+    addRender(new TzImageRenderColormapDialog(this));
 }
 
 void TZControlRender::addRender(TZRenderPanel* panel)
