@@ -136,6 +136,7 @@ void TzImageRenderClassDialog::makeEqualClasses(int count)
     }
     mModel->clear();
     mModel->appendRows(colors, texts);
+    fitValueColumn();
 }
 
 void TzImageRenderClassDialog::onTypeChanged(int index)

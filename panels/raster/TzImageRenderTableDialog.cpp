@@ -12,7 +12,10 @@
 #include <QHeaderView>
 #include <QMessageBox>
 #include <QSignalBlocker>
+#include <QStyle>
 #include <QTableView>
+
+#include <algorithm>
 
 using namespace TZObjects;
 
@@ -56,7 +59,10 @@ void TzImageRenderTableDialog::createModel()
     table->setColumnWidth(1, viewport.width() / 2);
     table->setAlternatingRowColors(true);
     table->horizontalHeader()->setFixedHeight(25);
+    // The value column takes what the colour column leaves, so the table
+    // never scrolls sideways.
     table->horizontalHeader()->setStretchLastSection(true);
+    table->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     table->verticalHeader()->hide();
     connectSlots();
 }
@@ -117,6 +123,20 @@ void TzImageRenderTableDialog::load()
         infoFilled();
     }
     fillRows();
+    fitValueColumn();
+}
+
+void TzImageRenderTableDialog::fitValueColumn()
+{
+    QTableView* table = tableView();
+    const int viewport = table->viewport()->width();
+    // The widest of the first rows is enough: texts of one table are alike.
+    const QFontMetrics metrics(table->font());
+    int needed = 0;
+    for (int row = 0; row < std::min(mModel->rowCount(), 1000); ++row)
+        needed = std::max(needed, metrics.horizontalAdvance(mModel->row(row).text));
+    needed += 4 * table->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, table) + 6;
+    table->setColumnWidth(0, std::max(viewport / 4, std::min(viewport / 2, viewport - needed)));
 }
 
 void TzImageRenderTableDialog::applyToRender()

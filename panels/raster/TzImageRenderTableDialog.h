@@ -74,6 +74,10 @@ protected:
     void showRamp(TZObjects::TEColorRamp* ramp);
     void showDefaultRamp();
 
+    // Narrows the colour column (down to a quarter of the viewport) when the
+    // value texts need more room than half of it; call after filling rows.
+    void fitValueColumn();
+
     // The current ramp divided into n colours; null without a ramp.
     TZObjects::TERefPtr<TZObjects::TEColorRamp> currentRampSplit(int n) const;
     // Keeps a copy of the current ramp as the applied one.
