@@ -152,6 +152,22 @@ void TZModelColorList::setRowColor(int index, const QColor& color)
     emit dataChanged(cell, cell, {Qt::DecorationRole});
 }
 
+void TZModelColorList::setRowColors(const QVector<QColor>& colors)
+{
+    const int count = std::min(colors.size(), mRows.size());
+    if (count == 0)
+        return;
+    for (int i = 0; i < count; ++i) {
+        const rgb_color<float> rgb = rgb_color<float>::fromQColor(colors[i]);
+        if (!mRows[i].ramp)
+            mRows[i].ramp = singleColorRamp(colors[i]);
+        mRows[i].ramp->setSourceColor(0, rgb);
+        mRows[i].ramp->setSourceColor(1, rgb);
+        mIcons[i] = QIcon();
+    }
+    emit dataChanged(index(0, 0), index(count - 1, 0), {Qt::DecorationRole});
+}
+
 void TZModelColorList::setRowText(int index, const QString& text)
 {
     if (index < 0 || index >= mRows.size() || mRows[index].text == text)

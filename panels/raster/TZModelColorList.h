@@ -57,6 +57,8 @@ public:
     QColor rowColor(int index) const;
     // Makes the row one colour and announces the change.
     void setRowColor(int index, const QColor& color);
+    // Recolours the first rows, row i with colors[i], announced as one change.
+    void setRowColors(const QVector<QColor>& colors);
     // Sets the row's text and announces the change.
     void setRowText(int index, const QString& text);
 

@@ -123,8 +123,11 @@ void TzImageRenderUniqueDialog::onColorChanged()
     if (!ramp)
         return;
     // Row i takes colour i of the ramp divided into as many colours as rows.
+    QVector<QColor> colors;
+    colors.reserve(count);
     for (int i = 0; i < count; ++i)
-        mModel->setRowColor(i, ramp->getColor(i).toQColor());
+        colors.append(ramp->getColor(i).toQColor());
+    mModel->setRowColors(colors);
 }
 
 bool TzImageRenderUniqueDialog::onApply()

@@ -20,6 +20,7 @@ private Q_SLOTS:
         model.appendRow(QColor(Qt::red), QStringLiteral("0.000000,1.000000"));
         model.appendRows({QColor(Qt::green), QColor(Qt::blue)}, {QStringLiteral("b"), QStringLiteral("c")});
         model.setRowColor(1, QColor(Qt::yellow));
+        model.setRowColors({QColor(Qt::white), QColor(Qt::gray), QColor(Qt::cyan), QColor(Qt::magenta)});
         model.setRowText(2, QStringLiteral("d"));
         model.clear();
         model.appendRow(QColor(Qt::black), QStringLiteral("e"));
@@ -74,6 +75,27 @@ private Q_SLOTS:
         // The icon follows the new colour.
         const QImage image = model.data(model.index(0, 0), Qt::DecorationRole).value<QIcon>().pixmap(16, 16).toImage();
         QCOMPARE(image.pixelColor(8, 8), QColor(1, 2, 3));
+    }
+
+    void recolouringManyRowsIsOneChangeOverExactlyThoseRows()
+    {
+        TZModelColorList model(QSize(16, 16));
+        model.appendRows({QColor(Qt::red), QColor(Qt::green), QColor(Qt::blue)},
+                         {QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")});
+        QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
+        // More colours than rows: the extra one is ignored.
+        model.setRowColors({QColor(1, 1, 1), QColor(2, 2, 2), QColor(3, 3, 3), QColor(4, 4, 4)});
+        QCOMPARE(changed.count(), 1);
+        QCOMPARE(changed.at(0).at(0).toModelIndex(), model.index(0, 0));
+        QCOMPARE(changed.at(0).at(1).toModelIndex(), model.index(2, 0));
+        QCOMPARE(model.rowColor(2), QColor(3, 3, 3));
+        const QImage image = model.data(model.index(1, 0), Qt::DecorationRole).value<QIcon>().pixmap(16, 16).toImage();
+        QCOMPARE(image.pixelColor(8, 8), QColor(2, 2, 2));
+
+        changed.clear();
+        model.setRowColors({QColor(9, 9, 9)});
+        QCOMPARE(changed.at(0).at(1).toModelIndex(), model.index(0, 0));
+        QCOMPARE(model.rowColor(1), QColor(2, 2, 2));
     }
 
     void outOfRangeRowsAreEmpty()
