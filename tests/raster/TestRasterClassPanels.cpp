@@ -131,18 +131,6 @@ private Q_SLOTS:
         mLayer.reset();
     }
 
-    void pageIsRegisteredForSingleBandRasters()
-    {
-        QVERIFY(openOn(zeroToHundred()));
-        QCOMPARE(mPage->name(), QStringLiteral("ImageClass"));
-        QCOMPARE(mPage->supportLayerType(), QList<TELayer::LayerType>{TELayer::LT_SingleBandRaster});
-        // A new info starts with its own classes, and the count shows them.
-        QCOMPARE(classes()->currentText(), QStringLiteral("4"));
-        QCOMPARE(classes()->count(), 32);
-        QCOMPARE(mPage->model()->rowCount(), 4);
-        QCOMPARE(child<TZColorBtn>(mPage, "toolButton_nodata")->getColor(), QRgb(0));
-    }
-
     void classCountMakesEqualIntervalsColouredFromTheRamp_data()
     {
         QTest::addColumn<int>("count");
