@@ -11,7 +11,9 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QAbstractButton>
 #include <QDir>
+#include <QMessageBox>
 #include <QPainter>
 #include <QSignalBlocker>
 #include <QTabWidget>
@@ -119,6 +121,30 @@ QImage draw(TERasterLayer* layer)
     TETrackCancel cancel;
     drawer.draw(&painter, viewport, &cancel);
     return image;
+}
+
+QList<SeenBox> answerBoxesDuring(int button, const std::function<void()>& action)
+{
+    QList<SeenBox> seen;
+    QTimer timer;
+    timer.setInterval(20);
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (!box || !box->isVisible())
+            return;
+        seen.append(SeenBox{box->windowTitle(), box->text()});
+        QAbstractButton* answer = box->button(QMessageBox::StandardButton(button));
+        if (!answer)
+            answer = box->escapeButton() ? box->escapeButton() : box->defaultButton();
+        if (answer)
+            answer->click();
+        else
+            box->done(QMessageBox::Cancel);
+    });
+    timer.start();
+    action();
+    timer.stop();
+    return seen;
 }
 
 bool pickColorFromMenu(QWidget* page, int row, int swatchIndex)

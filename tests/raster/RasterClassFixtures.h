@@ -4,11 +4,13 @@
 #include "renders/TESingleBandImageRender.h"
 
 #include <QImage>
+#include <QList>
 #include <QRgb>
 #include <QString>
 
 #include <gdal.h>
 
+#include <functional>
 #include <vector>
 
 class QWidget;
@@ -43,6 +45,18 @@ TZRenderPanel* showPage(TZObjects::TELayer* layer, const QString& title);
 // Draws the layer with its render as tzmap does, one device pixel per raster
 // pixel.
 QImage draw(TZObjects::TERasterLayer* layer);
+
+// A message box that came up while an action ran.
+struct SeenBox
+{
+    QString title;
+    QString text;
+};
+
+// Runs action, answering every message box it brings up with button, and
+// returns the boxes in order. Nothing is left watching once it returns, so a
+// box of a later step is never answered by an earlier one.
+QList<SeenBox> answerBoxesDuring(int button, const std::function<void()>& action);
 
 // Double-clicks the colour cell of row in the page's table and picks the
 // colour swatch swatchIndex of the colour menu that pops up. False when no

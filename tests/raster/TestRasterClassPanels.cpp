@@ -1,4 +1,3 @@
-#include "ModalAnswer.h"
 #include "RasterClassFixtures.h"
 #include "TestRegistry.h"
 
@@ -16,6 +15,7 @@
 #include "widgets/TZColorSchemeComboBox.h"
 
 #include <QComboBox>
+#include <QMessageBox>
 #include <QTemporaryDir>
 
 using namespace TZObjects;
@@ -188,18 +188,15 @@ private Q_SLOTS:
         chooseClassCount(4);
         const QList<QRgb> colors = rowColors(mPage->model());
 
-        // A box that should not come is still answered, so that it cannot
-        // hang the test; the wait lets the answer run out before the next row.
-        ModalAnswer answer("QMessageBox", ModalAnswer::click(QMessageBox::Ok), 300);
         TZModelColorList* model = mPage->model();
-        model->setData(model->index(row, 1), text);
-        QTest::qWait(350);
+        const QList<SeenBox> boxes =
+            answerBoxesDuring(QMessageBox::Ok, [&] { model->setData(model->index(row, 1), text); });
         if (warning.isEmpty()) {
-            QVERIFY(!answer.answered());
+            QVERIFY(boxes.isEmpty());
         } else {
-            QVERIFY(answer.answered());
-            QCOMPARE(answer.dialogTitle(), QStringLiteral("Warning"));
-            QCOMPARE(answer.dialogText(), warning);
+            QCOMPARE(boxes.size(), 1);
+            QCOMPARE(boxes[0].title, QStringLiteral("Warning"));
+            QCOMPARE(boxes[0].text, warning);
         }
         QCOMPARE(rowTexts(model), texts);
         QCOMPARE(rowColors(model), colors);
@@ -359,15 +356,13 @@ private Q_SLOTS:
         sparse.width = width;
         sparse.height = height;
         sparse.type = GDT_Byte;
-        ModalAnswer question("QMessageBox", ModalAnswer::click(QMessageBox::StandardButton(answer)), 1000);
-        TzImageRenderUniqueDialog* page = openOn(sparse);
+        TzImageRenderUniqueDialog* page = nullptr;
+        const QList<SeenBox> boxes = answerBoxesDuring(answer, [&] { page = openOn(sparse); });
         QVERIFY(page);
-        if (!asked)
-            QTest::qWait(1100);  // the answer would have come by now
-        QCOMPARE(question.answered(), asked);
+        QCOMPARE(boxes.size(), asked ? 1 : 0);
         if (asked) {
-            QCOMPARE(question.dialogTitle(), QStringLiteral("Warning"));
-            QCOMPARE(question.dialogText(),
+            QCOMPARE(boxes[0].title, QStringLiteral("Warning"));
+            QCOMPARE(boxes[0].text,
                      QStringLiteral("This data big, get unique data is slowly,would you like to continus?"));
         }
         QCOMPARE(page->model()->rowCount(), rows);
@@ -386,12 +381,12 @@ private Q_SLOTS:
         many.type = GDT_Float32;
         for (int i = 0; i < many.width * many.height; ++i)
             many.values.push_back(i * 0.5);
-        ModalAnswer notice("QMessageBox", ModalAnswer::click(QMessageBox::Ok), 20000);
-        TzImageRenderUniqueDialog* page = openOn(many);
+        TzImageRenderUniqueDialog* page = nullptr;
+        const QList<SeenBox> boxes = answerBoxesDuring(QMessageBox::Ok, [&] { page = openOn(many); });
         QVERIFY(page);
-        QVERIFY(notice.answered());
-        QCOMPARE(notice.dialogTitle(), QStringLiteral("Information"));
-        QVERIFY(notice.dialogText().contains(QStringLiteral("incomplete")));
+        QCOMPARE(boxes.size(), 1);
+        QCOMPARE(boxes[0].title, QStringLiteral("Information"));
+        QVERIFY(boxes[0].text.contains(QStringLiteral("incomplete")));
         QCOMPARE(page->model()->rowCount(), TEImageUniqueRenderInfo::MaxValueCount);
     }
 };
@@ -486,11 +481,11 @@ private Q_SLOTS:
         spec.height = 2;
         spec.type = GDT_Byte;
         spec.values = {1, 2, 3, 4};
-        ModalAnswer warning("QMessageBox", ModalAnswer::click(QMessageBox::Ok), 3000);
-        TzImageRenderColormapDialog* page = openOn(spec);
+        TzImageRenderColormapDialog* page = nullptr;
+        const QList<SeenBox> boxes = answerBoxesDuring(QMessageBox::Ok, [&] { page = openOn(spec); });
         QVERIFY(page);
-        QVERIFY(warning.answered());
-        QCOMPARE(warning.dialogTitle(), QStringLiteral("Warning"));
+        QCOMPARE(boxes.size(), 1);
+        QCOMPARE(boxes[0].title, QStringLiteral("Warning"));
         QCOMPARE(page->model()->rowCount(), 0);
         TZControlRender::instance(nullptr)->onApply();
         QCOMPARE(singleRender(mLayer.get())->getImageRenderMODE(), 1);
