@@ -89,7 +89,6 @@ void TZModelColorList::appendRow(const TEEvenColorRamp& ramp, const QString& tex
     const int row = mRows.size();
     beginInsertRows(QModelIndex(), row, row);
     mRows.append(Row{MakeRef<TEEvenColorRamp>(ramp), text});
-    mIcons.append(QIcon());
     endInsertRows();
 }
 
@@ -108,7 +107,6 @@ void TZModelColorList::appendRows(const QVector<QColor>& colors, const QStringLi
     mRows.reserve(first + count);
     for (int i = 0; i < count; ++i)
         mRows.append(Row{singleColorRamp(colors[i]), texts[i]});
-    mIcons.resize(mRows.size());
     endInsertRows();
 }
 
@@ -147,7 +145,7 @@ void TZModelColorList::setRowColor(int index, const QColor& color)
     // Source 0 follows, so that the icon shows the one colour.
     row.ramp->setSourceColor(0, rgb);
     row.ramp->setSourceColor(1, rgb);
-    mIcons[index] = QIcon();
+    mIcons.remove(index);
     const QModelIndex cell = this->index(index, 0);
     emit dataChanged(cell, cell, {Qt::DecorationRole});
 }
@@ -163,8 +161,8 @@ void TZModelColorList::setRowColors(const QVector<QColor>& colors)
             mRows[i].ramp = singleColorRamp(colors[i]);
         mRows[i].ramp->setSourceColor(0, rgb);
         mRows[i].ramp->setSourceColor(1, rgb);
-        mIcons[i] = QIcon();
     }
+    mIcons.clear();
     emit dataChanged(index(0, 0), index(count - 1, 0), {Qt::DecorationRole});
 }
 
@@ -179,15 +177,15 @@ void TZModelColorList::setRowText(int index, const QString& text)
 
 QIcon TZModelColorList::iconOf(int index) const
 {
-    QIcon& icon = mIcons[index];
-    if (icon.isNull()) {
-        QPixmap pixmap(mIconSize);
-        pixmap.fill(Qt::transparent);
-        if (const TERefPtr<TEEvenColorRamp>& ramp = mRows[index].ramp) {
-            QPainter painter(&pixmap);
-            ramp->DrawPreview(&painter, QRectF(QPointF(0, 0), QSizeF(mIconSize)));
-        }
-        icon = QIcon(pixmap);
+    if (const QIcon* cached = mIcons.object(index))
+        return *cached;
+    QPixmap pixmap(mIconSize);
+    pixmap.fill(Qt::transparent);
+    if (const TERefPtr<TEEvenColorRamp>& ramp = mRows[index].ramp) {
+        QPainter painter(&pixmap);
+        ramp->DrawPreview(&painter, QRectF(QPointF(0, 0), QSizeF(mIconSize)));
     }
-    return icon;
+    auto* icon = new QIcon(pixmap);
+    mIcons.insert(index, icon);
+    return *icon;
 }

@@ -6,6 +6,7 @@
 #include "symbology/TEEvenColorRamp.h"
 
 #include <QAbstractListModel>
+#include <QCache>
 #include <QColor>
 #include <QIcon>
 #include <QSize>
@@ -70,6 +71,8 @@ private:
 
     QSize mIconSize;
     QVector<Row> mRows;
-    // Icons drawn so far, by row; an empty icon is drawn on demand.
-    mutable QVector<QIcon> mIcons;
+    // Icons of the rows painted last, by row. An icon can be as large as the
+    // view (see the pages), so only a screenful or so is kept.
+    static constexpr int IconCacheSize = 64;
+    mutable QCache<int, QIcon> mIcons{IconCacheSize};
 };
