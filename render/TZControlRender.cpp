@@ -1,6 +1,7 @@
 #include "TZControlRender.h"
 
 #include "TZRenderPanel.h"
+#include "TZRenderPanelRuleBased.h"
 #include "TZRenderPanelSingleSymbol.h"
 #include "TZRenderPanelUniqueValues.h"
 #include "TZRenderTranslation.h"
@@ -127,6 +128,7 @@ void TZControlRender::initRenderCatalog()
     // stretch, raster RGB composite.
     addRender(new TZRenderPanelSingleSymbol(this));
     addRender(new TZRenderPanelUniqueValues(this));
+    addRender(new TZRenderPanelRuleBased(this));
     addRender(new TzImageRenderClassDialog(this));
     addRender(new TzImageRenderUniqueDialog(this));
     addRender(new TzImageRenderColormapDialog(this));
