@@ -6,6 +6,9 @@
 #include "TZRenderPanelSingleSymbol.h"
 #include "TZRenderPanelUniqueValues.h"
 #include "TZRenderTranslation.h"
+#include "TzImageRenderClassDialog.h"
+#include "TzImageRenderColormapDialog.h"
+#include "TzImageRenderUniqueDialog.h"
 #include "ui_TZControlRender.h"
 
 #include "data/TEFeatureLayer.h"
@@ -128,6 +131,9 @@ void TZControlRender::initRenderCatalog()
     addRender(new TZRenderPanelUniqueValues(this));
     addRender(new TZRenderPanelRuleBased(this));
     addRender(new TZRenderPanelFourColorTheorem(this));
+    addRender(new TzImageRenderClassDialog(this));
+    addRender(new TzImageRenderUniqueDialog(this));
+    addRender(new TzImageRenderColormapDialog(this));
 }
 
 void TZControlRender::addRender(TZRenderPanel* panel)
