@@ -1,6 +1,8 @@
 #include "TZControlRender.h"
 
 #include "TZRenderPanel.h"
+#include "TZRenderPanelGradingSymbol.h"
+#include "TZRenderPanelGraduatedSymbolsDiagram.h"
 #include "TZRenderPanelSingleSymbol.h"
 #include "TZRenderPanelUniqueValues.h"
 #include "ui_TZControlRender.h"
@@ -101,6 +103,8 @@ void TZControlRender::initRenderCatalog()
     // stretch, raster RGB composite.
     addRender(new TZRenderPanelSingleSymbol(this));
     addRender(new TZRenderPanelUniqueValues(this));
+    addRender(new TZRenderPanelGradingSymbol(this));
+    addRender(new TZRenderPanelGraduatedSymbolsDiagram(this));
 }
 
 void TZControlRender::addRender(TZRenderPanel* panel)

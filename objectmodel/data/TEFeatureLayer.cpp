@@ -265,6 +265,7 @@ int TEFeatureLayer::AddFeature(const TERefPtr<TEFeature>& feature)
     const int id = mEditBuffer->NextNewId();
     copy->SetId(id);
     mEditBuffer->Record(TEFeatureEditBuffer::EO_Added, copy);
+    TouchData();
     RaiseCountEvent(mFeaturesAdded, id);
     return id;
 }
@@ -278,6 +279,7 @@ bool TEFeatureLayer::UpdateFeature(const TERefPtr<TEFeature>& feature)
     if (edit ? edit->edit_operation() == TEFeatureEditBuffer::EO_Deleted : !GetFeature(id))
         return false;
     mEditBuffer->Record(TEFeatureEditBuffer::EO_Modified, feature->Clone());
+    TouchData();
     return true;
 }
 
@@ -295,6 +297,7 @@ bool TEFeatureLayer::DeleteFeature(int id)
             return false;
     }
     mEditBuffer->Record(TEFeatureEditBuffer::EO_Deleted, feature);
+    TouchData();
     RaiseCountEvent(mFeaturesDeleted, id);
     return true;
 }
@@ -306,12 +309,14 @@ bool TEFeatureLayer::SaveEdits(QString* error)
     if (!WriteEdits(error))
         return false;
     mEditBuffer->Clear();
+    TouchData();
     return true;
 }
 
 void TEFeatureLayer::DiscardEdits()
 {
     mEditBuffer->Clear();
+    TouchData();
 }
 
 bool TEFeatureLayer::WriteEdits(QString* error)
