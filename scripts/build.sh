@@ -11,4 +11,9 @@ export CCACHE_SLOPPINESS=${CCACHE_SLOPPINESS:-pch_defines,time_macros,include_fi
 if [ ! -f "$build/build.ninja" ]; then
   cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo
 fi
-cmake --build "$build" -j "${TZ_JOBS:-2}" "$@"
+# Plain arguments name targets (scripts/build.sh test_vector); options pass through.
+args=()
+for a in "$@"; do
+  case "$a" in -*) args+=("$a") ;; *) args+=(--target "$a") ;; esac
+done
+cmake --build "$build" -j "${TZ_JOBS:-2}" "${args[@]}"
