@@ -91,6 +91,16 @@ bool readTextNumbers(const TEFeatureLayer* layer, const QString& fieldName, cons
     return true;
 }
 
+QList<int> eventIds(TEEvent* event)
+{
+    QList<int> ids;
+    if (event) {
+        for (int id : event->GetIds())
+            ids.append(id);
+    }
+    return ids;
+}
+
 void minMax(const std::vector<double>& values, double& minimum, double& maximum)
 {
     minimum = maximum = 0.0;
@@ -226,6 +236,7 @@ void TZModelGradingSymbol::setup(TEFeatureLayer* layer, const QString& field, co
     if (layer != mLayer.get()) {
         unbindLayerEvents();
         mLayer = TERefPtr<TEFeatureLayer>(layer);
+        mAddedValues.clear();
         bindLayerEvents();
     }
     mField = field;
@@ -721,9 +732,9 @@ void TZModelGradingSymbol::unbindLayerEvents()
     mLayer->features_deleted().unbind(eventKey(reinterpret_cast<const void*>(&featuresDeletedHandler)));
 }
 
-std::vector<double> TZModelGradingSymbol::eventNumbers(TEEvent* event) const
+QHash<int, double> TZModelGradingSymbol::eventNumbers(TEEvent* event) const
 {
-    std::vector<double> numbers;
+    QHash<int, double> numbers;
     if (!event || !mLayer || mField.isEmpty())
         return numbers;
     const TEString field(mField);
@@ -738,25 +749,40 @@ std::vector<double> TZModelGradingSymbol::eventNumbers(TEEvent* event) const
         if (!feature)
             feature = mLayer->GetFeature(id);
         if (feature)
-            numbers.push_back(feature->GetValue(field).GetDouble());
+            numbers.insert(id, feature->GetValue(field).GetDouble());
     }
     return numbers;
 }
 
 void TZModelGradingSymbol::featuresAddedHandler(TZModelGradingSymbol* model, void*, TEEvent* event)
 {
-    const std::vector<double> numbers = model->eventNumbers(event);
-    QMetaObject::invokeMethod(model, [model, numbers] { model->applyCountChange(numbers, +1); });
+    const QHash<int, double> numbers = model->eventNumbers(event);
+    const QList<int> ids = eventIds(event);
+    QMetaObject::invokeMethod(model, [model, ids, numbers] { model->applyCountChange(ids, numbers, +1); });
 }
 
 void TZModelGradingSymbol::featuresDeletedHandler(TZModelGradingSymbol* model, void*, TEEvent* event)
 {
-    const std::vector<double> numbers = model->eventNumbers(event);
-    QMetaObject::invokeMethod(model, [model, numbers] { model->applyCountChange(numbers, -1); });
+    const QHash<int, double> numbers = model->eventNumbers(event);
+    const QList<int> ids = eventIds(event);
+    QMetaObject::invokeMethod(model, [model, ids, numbers] { model->applyCountChange(ids, numbers, -1); });
 }
 
-void TZModelGradingSymbol::applyCountChange(const std::vector<double>& numbers, int delta)
+void TZModelGradingSymbol::applyCountChange(const QList<int>& ids, const QHash<int, double>& read, int delta)
 {
+    std::vector<double> numbers;
+    for (int id : ids) {
+        if (delta > 0) {
+            if (read.contains(id)) {
+                mAddedValues.insert(id, read.value(id));
+                numbers.push_back(read.value(id));
+            }
+        } else if (mAddedValues.contains(id)) {
+            numbers.push_back(mAddedValues.take(id));
+        } else if (read.contains(id)) {
+            numbers.push_back(read.value(id));
+        }
+    }
     if (numbers.empty())
         return;
     // The read values follow the layer, so that a later count agrees.

@@ -8,6 +8,7 @@
 #include "symbology/TEColorRamp.h"
 
 #include <QAbstractListModel>
+#include <QHash>
 #include <QStringList>
 
 #include <functional>
@@ -145,8 +146,10 @@ private:
     TZObjects::TEString eventKey(const void* handler) const;
     static void featuresAddedHandler(TZModelGradingSymbol* model, void* sender, TZObjects::TEEvent* event);
     static void featuresDeletedHandler(TZModelGradingSymbol* model, void* sender, TZObjects::TEEvent* event);
-    std::vector<double> eventNumbers(TZObjects::TEEvent* event) const;
-    void applyCountChange(const std::vector<double>& numbers, int delta);
+    // The field's value of each feature of the event, by feature id; ids
+    // whose feature can no longer be read are left out.
+    QHash<int, double> eventNumbers(TZObjects::TEEvent* event) const;
+    void applyCountChange(const QList<int>& ids, const QHash<int, double>& numbers, int delta);
 
     std::vector<GradingSymbolItem> mItems;
     TZObjects::TERefPtr<TZObjects::TEFeatureLayer> mLayer;
@@ -157,6 +160,10 @@ private:
     int mOutlineUnit = 1;
     TZObjects::TEColor mOutlineColor = TZObjects::TEColor(185, 185, 185);
     int mCheckState = 0;
+
+    // Values of the features added while bound, for when they are deleted
+    // again before a save and can no longer be read back.
+    QHash<int, double> mAddedValues;
 
     QStringList mRanges;
     std::vector<double> mValues;
