@@ -19,9 +19,19 @@ public:
     // template.
     TZObjects::TERefPtr<TZObjects::TEStyle> createStyle(const TZObjects::TEColor& color) const override;
 
+    // The sizes the classes are drawn at: row r of n rows (the catch-all
+    // row counted) at (r + 1) * (maximum - minimum) / n + minimum. The class
+    // symbols are shown at those sizes.
+    void setSizeRange(double minimum, double maximum);
+    double classSize(int row) const;
+
+    QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+
     // A circle in typographic points, the template until the user picks one.
     static TZObjects::TERefPtr<TZObjects::TEStyle> defaultTemplate();
 
 private:
     TZObjects::TERefPtr<TZObjects::TEStyle> mTemplate;
+    double mMinimumSize = 4.0;
+    double mMaximumSize = 20.0;
 };

@@ -9,9 +9,18 @@
 #include "widgets/TZStyleSelectorDialog.h"
 #include "widgets/TZSymbolUtils.h"
 
+#include <QDoubleSpinBox>
+
 #include <vector>
 
 using namespace TZObjects;
+
+namespace {
+
+// Style unit code read as device pixels.
+constexpr int PixelUnits = 5;
+
+} // namespace
 
 TZRenderPanelGraduatedSymbolsDiagram::TZRenderPanelGraduatedSymbolsDiagram(QWidget* parent)
     : TZRenderPanelGradingBase(parent)
@@ -22,6 +31,16 @@ TZRenderPanelGraduatedSymbolsDiagram::TZRenderPanelGraduatedSymbolsDiagram(QWidg
     initGradingWidgets(mDiagramModel);
     showTemplate();
     connect(mUi->mButtonTemplate, SIGNAL(clicked(bool)), this, SLOT(onButtonTemplateSelectStyle()));
+    connect(mUi->mDoubleSpinBoxMin, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this,
+            &TZRenderPanelGraduatedSymbolsDiagram::onSizeChanged);
+    connect(mUi->mDoubleSpinBoxMax, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this,
+            &TZRenderPanelGraduatedSymbolsDiagram::onSizeChanged);
+    onSizeChanged();
+}
+
+void TZRenderPanelGraduatedSymbolsDiagram::onSizeChanged()
+{
+    mDiagramModel->setSizeRange(mUi->mDoubleSpinBoxMin->value(), mUi->mDoubleSpinBoxMax->value());
 }
 
 TZRenderPanelGraduatedSymbolsDiagram::~TZRenderPanelGraduatedSymbolsDiagram() = default;
@@ -38,8 +57,15 @@ QString TZRenderPanelGraduatedSymbolsDiagram::title() const
 
 void TZRenderPanelGraduatedSymbolsDiagram::showTemplate()
 {
-    mUi->mButtonTemplate->setIcon(
-        TZSymbolUtils::symbolPreviewIcon(mDiagramModel->templateStyle().get(), mUi->mButtonTemplate->iconSize()));
+    // A point template is shown filling the button, whatever its size.
+    TERefPtr<TEStyle> preview = mDiagramModel->templateStyle();
+    if (dynamic_cast<TEStylePoint*>(preview.get())) {
+        preview = preview->Clone();
+        auto* copy = dynamic_cast<TEStylePoint*>(preview.get());
+        copy->SetUnits(PixelUnits);
+        copy->SetSize(mUi->mButtonTemplate->iconSize().width() * 0.7);
+    }
+    mUi->mButtonTemplate->setIcon(TZSymbolUtils::symbolPreviewIcon(preview.get(), mUi->mButtonTemplate->iconSize()));
 }
 
 void TZRenderPanelGraduatedSymbolsDiagram::onButtonTemplateSelectStyle()

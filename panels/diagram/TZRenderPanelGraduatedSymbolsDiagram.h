@@ -37,6 +37,7 @@ public Q_SLOTS:
 
 private:
     void showTemplate();
+    void onSizeChanged();
 
     std::unique_ptr<Ui::TZRenderPanelGraduatedSymbolsDiagram> mUi;
     TZModelGraduatedSymbolsDiagram* mDiagramModel = nullptr;

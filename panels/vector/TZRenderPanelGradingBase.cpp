@@ -11,6 +11,7 @@
 #include <QHeaderView>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTableView>
 
 #include <algorithm>
@@ -69,11 +70,12 @@ void TZRenderPanelGradingBase::initGradingWidgets(TZModelGradingSymbol* model)
     mTable->verticalHeader()->hide();
     QHeaderView* header = mTable->horizontalHeader();
     header->setFixedHeight(25);
-    header->setStretchLastSection(true);
-    mTable->setColumnWidth(0, 45);
+    // 45 pixels, or more where the font would clip the header.
+    mTable->setColumnWidth(0, std::max(45, header->sectionSizeHint(0)));
     mTable->setColumnWidth(1, 80);
     mTable->setColumnWidth(2, 80);
     mSymbolColumnWidth = mTable->columnWidth(0);
+    fitColumns();
     mFirstRowHeight = mTable->verticalHeader()->defaultSectionSize();
 
     auto button = [this](const char* name) { return findChild<QPushButton*>(QString::fromLatin1(name)); };
@@ -95,6 +97,20 @@ void TZRenderPanelGradingBase::initGradingWidgets(TZModelGradingSymbol* model)
     connect(mWidthBox, SIGNAL(valueChanged(double)), this, SLOT(onColorRampChanged()));
     connect(mOutlineColorButton, SIGNAL(colorChanged(QRgb)), this, SLOT(onColorRampChanged()));
     connect(mUnitBox, SIGNAL(currentIndexChanged(QString)), this, SLOT(onOutLineWidthUnitChanged(QString)));
+    connect(mModel, &QAbstractItemModel::modelReset, this, &TZRenderPanelGradingBase::fitColumns);
+    connect(mModel, &QAbstractItemModel::rowsInserted, this, &TZRenderPanelGradingBase::fitColumns);
+}
+
+void TZRenderPanelGradingBase::fitColumns()
+{
+    QHeaderView* header = mTable->horizontalHeader();
+    for (int column = 1; column <= 2; ++column) {
+        mTable->resizeColumnToContents(column);
+        mTable->setColumnWidth(column, qBound(80, mTable->columnWidth(column), 200));
+    }
+    mTable->setColumnWidth(3, std::max(50, header->sectionSizeHint(3)));
+    mTable->setMinimumWidth(header->length() + 2 * mTable->frameWidth()
+                            + mTable->verticalScrollBar()->sizeHint().width());
 }
 
 QString TZRenderPanelGradingBase::currentField() const

@@ -84,6 +84,9 @@ protected:
 
 private:
     void fillFieldCombo(TZObjects::TEFeatureLayer* layer);
+    // Widens the range and label columns to their texts (within limits) and
+    // keeps the table wide enough to show the count column.
+    void fitColumns();
     QList<int> selectedRows() const;
 
     int mSymbolColumnWidth = 45;

@@ -1,4 +1,4 @@
-#include "ModalAnswer.h"
+#include "MessageBoxWatch.h"
 #include "TestRegistry.h"
 
 #include "TZControlRender.h"
@@ -202,11 +202,9 @@ private Q_SLOTS:
         panel->diagramModel()->setTemplateStyle(TZModelGraduatedSymbolsDiagram::defaultTemplate());
         setRanges(panel, rows);
 
-        ModalAnswer box("QMessageBox", ModalAnswer::click(cancel ? QMessageBox::Cancel : QMessageBox::Ok),
-                        message.isEmpty() ? 300 : 10000);
+        const MessageBoxWatch boxes(cancel ? QMessageBox::Cancel : QMessageBox::Ok);
         QCOMPARE(panel->onApply(), items >= 0);
-        QTest::qWait(message.isEmpty() ? 350 : 0);
-        QCOMPARE(box.dialogText(), message);
+        QCOMPARE(boxes.texts(), message.isEmpty() ? QStringList() : QStringList{message});
         if (items < 0) {
             QCOMPARE(layer->GetSymbolRender().get(), static_cast<TEFeatureRender*>(previous.get()));
             return;
