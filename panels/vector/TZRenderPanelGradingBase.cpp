@@ -11,7 +11,6 @@
 #include <QHeaderView>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QScrollBar>
 #include <QTableView>
 
 #include <algorithm>
@@ -36,12 +35,12 @@ TZRenderPanelGradingBase::~TZRenderPanelGradingBase() = default;
 void TZRenderPanelGradingBase::initGradingWidgets(TZModelGradingSymbol* model)
 {
     mModel = model;
-    mFieldBox = findChild<QComboBox*>(QStringLiteral("mComboBoxValueField"));
+    mFieldBox = findChild<QComboBox*>(QStringLiteral("mComboBoxField"));
     mLevelBox = findChild<QComboBox*>(QStringLiteral("mComboBoxLevel"));
-    mRampBox = findChild<TZColorSchemeComboBox*>(QStringLiteral("mComboBoxRamp"));
-    mWidthBox = findChild<QDoubleSpinBox*>(QStringLiteral("mLineWidthBox"));
-    mUnitBox = findChild<QComboBox*>(QStringLiteral("mComboBoxLineWidthUnit"));
-    mOutlineColorButton = findChild<TZColorBtn*>(QStringLiteral("mLineColorBtn"));
+    mRampBox = findChild<TZColorSchemeComboBox*>(QStringLiteral("mComboBoxColorRamp"));
+    mWidthBox = findChild<QDoubleSpinBox*>(QStringLiteral("mDoubleSpinBoxOutlineWidth"));
+    mUnitBox = findChild<QComboBox*>(QStringLiteral("mComboBoxOutlineUnit"));
+    mOutlineColorButton = findChild<TZColorBtn*>(QStringLiteral("mButtonOutlineColor"));
     mTable = findChild<QTableView*>(QStringLiteral("tableView"));
     Q_ASSERT(mFieldBox && mLevelBox && mRampBox && mWidthBox && mUnitBox && mOutlineColorButton && mTable);
 
@@ -81,12 +80,12 @@ void TZRenderPanelGradingBase::initGradingWidgets(TZModelGradingSymbol* model)
     auto button = [this](const char* name) { return findChild<QPushButton*>(QString::fromLatin1(name)); };
     connect(mFieldBox, SIGNAL(currentIndexChanged(int)), this, SLOT(onFieldChanged(int)));
     connect(mLevelBox, SIGNAL(currentIndexChanged(int)), this, SLOT(onLevelChanged(int)));
-    connect(button("mButtonAddAll"), SIGNAL(clicked(bool)), this, SLOT(onAddAllValues()));
-    connect(button("mButtonAdd"), SIGNAL(clicked(bool)), this, SLOT(onAddValue()));
-    connect(button("mButtonRemove"), SIGNAL(clicked(bool)), this, SLOT(onDeleteValue()));
-    connect(button("mButtonRemoveAll"), SIGNAL(clicked(bool)), this, SLOT(onDeleteAllValues()));
-    connect(button("mButtonUp"), SIGNAL(clicked(bool)), this, SLOT(onRowUp()));
-    connect(button("mButtonDown"), SIGNAL(clicked(bool)), this, SLOT(onRowDown()));
+    connect(button("mButtonUpdate"), SIGNAL(clicked(bool)), this, SLOT(onAddAllValues()));
+    connect(button("mButtonAddValue"), SIGNAL(clicked(bool)), this, SLOT(onAddValue()));
+    connect(button("mButtonDeleteValue"), SIGNAL(clicked(bool)), this, SLOT(onDeleteValue()));
+    connect(button("mButtonDeleteAllValues"), SIGNAL(clicked(bool)), this, SLOT(onDeleteAllValues()));
+    connect(button("mButtonRowUp"), SIGNAL(clicked(bool)), this, SLOT(onRowUp()));
+    connect(button("mButtonRowDown"), SIGNAL(clicked(bool)), this, SLOT(onRowDown()));
     connect(button("mButtonFilter"), SIGNAL(clicked(bool)), this, SLOT(onFilterValue()));
     connect(button("mButtonExport"), SIGNAL(clicked(bool)), this, SLOT(onExportValues()));
     connect(button("mButtonImport"), SIGNAL(clicked(bool)), this, SLOT(onImportValues()));
@@ -103,14 +102,15 @@ void TZRenderPanelGradingBase::initGradingWidgets(TZModelGradingSymbol* model)
 
 void TZRenderPanelGradingBase::fitColumns()
 {
+    // Widths only: a minimum width here would widen the whole dock, since
+    // its pages share one stack.
     QHeaderView* header = mTable->horizontalHeader();
+    const int caps[] = {0, 170, 130};
     for (int column = 1; column <= 2; ++column) {
         mTable->resizeColumnToContents(column);
-        mTable->setColumnWidth(column, qBound(80, mTable->columnWidth(column), 200));
+        mTable->setColumnWidth(column, qBound(80, mTable->columnWidth(column), caps[column]));
     }
     mTable->setColumnWidth(3, std::max(50, header->sectionSizeHint(3)));
-    mTable->setMinimumWidth(header->length() + 2 * mTable->frameWidth()
-                            + mTable->verticalScrollBar()->sizeHint().width());
 }
 
 QString TZRenderPanelGradingBase::currentField() const
@@ -299,7 +299,7 @@ void TZRenderPanelGradingBase::onSelectionChanged(const QItemSelection&, const Q
     // Only class rows can be deleted: with the catch-all row alone selected
     // the delete button has nothing to do.
     const QList<int> rows = selectedRows();
-    if (auto* remove = findChild<QPushButton*>(QStringLiteral("mButtonRemove")))
+    if (auto* remove = findChild<QPushButton*>(QStringLiteral("mButtonDeleteValue")))
         remove->setEnabled(!(rows.size() == 1 && rows.first() == 0));
 }
 

@@ -84,8 +84,7 @@ protected:
 
 private:
     void fillFieldCombo(TZObjects::TEFeatureLayer* layer);
-    // Widens the range and label columns to their texts (within limits) and
-    // keeps the table wide enough to show the count column.
+    // Widens the range and label columns to their texts, within limits.
     void fitColumns();
     QList<int> selectedRows() const;
 

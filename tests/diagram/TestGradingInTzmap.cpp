@@ -125,7 +125,7 @@ private Q_SLOTS:
         auto* page = dock->findChild<TZRenderPanelGradingSymbol*>();
         QVERIFY(page && page->isVisible());
         child<QComboBox>(page, "mComboBoxLevel")->setCurrentText(QStringLiteral("3"));
-        child<QPushButton>(page, "mButtonAddAll")->click();
+        child<QPushButton>(page, "mButtonUpdate")->click();
         QAbstractItemModel* rows = child<QTableView>(page, "tableView")->model();
         QCOMPARE(rows->rowCount(), 4);
         child<QDialogButtonBox>(dock, "mButtonBox")->button(QDialogButtonBox::Apply)->click();
@@ -156,7 +156,7 @@ private Q_SLOTS:
         QCOMPARE(item->child(2)->text(0), QStringLiteral("6.33333,9.00000"));
 
         // Reopening the page reads the same classes and counts back.
-        child<QPushButton>(page, "mButtonRemoveAll")->click();
+        child<QPushButton>(page, "mButtonDeleteAllValues")->click();
         QCOMPARE(rows->rowCount(), 1);
         child<QDialogButtonBox>(dock, "mButtonBox")->button(QDialogButtonBox::Reset)->click();
         QCOMPARE(rows->rowCount(), 4);

@@ -109,7 +109,7 @@ private Q_SLOTS:
         QCOMPARE(minimum->decimals(), 3);
         QCOMPARE(maximum->minimum(), 0.001);
         QCOMPARE(maximum->maximum(), 100000.0);
-        QCOMPARE(child<QComboBox>(panel, "mComboBoxValueField")->currentText(), QStringLiteral("v"));
+        QCOMPARE(child<QComboBox>(panel, "mComboBoxField")->currentText(), QStringLiteral("v"));
         QVERIFY(!child<QToolButton>(panel, "mButtonTemplate")->icon().isNull());
     }
 
@@ -137,7 +137,7 @@ private Q_SLOTS:
         child<QComboBox>(panel, "mComboBoxLevel")->setCurrentText(QStringLiteral("3"));
         child<QDoubleSpinBox>(panel, "mDoubleSpinBoxMin")->setValue(minimum);
         child<QDoubleSpinBox>(panel, "mDoubleSpinBoxMax")->setValue(maximum);
-        child<QPushButton>(panel, "mButtonAddAll")->click();
+        child<QPushButton>(panel, "mButtonUpdate")->click();
         QCOMPARE(panel->model()->rowCount(), 4);
 
         mDock->onApply();
@@ -163,7 +163,7 @@ private Q_SLOTS:
         auto fill = MakeRef<TEStyleSimpleFill>();
         panel->diagramModel()->setTemplateStyle(fill);
         child<QComboBox>(panel, "mComboBoxLevel")->setCurrentText(QStringLiteral("2"));
-        child<QPushButton>(panel, "mButtonAddAll")->click();
+        child<QPushButton>(panel, "mButtonUpdate")->click();
         QVERIFY(panel->onApply());
         const auto render = layer->GetSymbolRender().cast<TEGraduatedSymbolsDiagramRender>();
         QVERIFY(render);
@@ -225,7 +225,7 @@ private Q_SLOTS:
         QVERIFY(panel);
         panel->diagramModel()->setTemplateStyle(TZModelGraduatedSymbolsDiagram::defaultTemplate());
         child<QComboBox>(panel, "mComboBoxLevel")->setCurrentText(QStringLiteral("2"));
-        child<QPushButton>(panel, "mButtonAddAll")->click();
+        child<QPushButton>(panel, "mButtonUpdate")->click();
         const QStringList made = ranges(*panel->model());
         QVERIFY(panel->onApply());
         const auto applied = layer->GetSymbolRender().cast<TEGraduatedSymbolsDiagramRender>();

@@ -85,7 +85,7 @@ private Q_SLOTS:
         TZRenderPanelGradingSymbol* panel = openPanel(layer.get());
         QVERIFY(panel);
         QCOMPARE(mDock->findChild<QComboBox*>("mComboBoxRenderStyle")->currentText(), QStringLiteral("Grading symbol"));
-        QComboBox* fields = child<QComboBox>(panel, "mComboBoxValueField");
+        QComboBox* fields = child<QComboBox>(panel, "mComboBoxField");
         QCOMPARE(fields->count(), 2);
         QCOMPARE(fields->itemText(0), QStringLiteral("v"));
         QCOMPARE(fields->itemText(1), QStringLiteral("code"));
@@ -100,13 +100,13 @@ private Q_SLOTS:
         QCOMPARE(table->model()->headerData(0, Qt::Horizontal).toString(), QStringLiteral("symbols"));
 
         // Choosing a field or a level starts the table afresh.
-        child<QPushButton>(panel, "mButtonAddAll")->click();
+        child<QPushButton>(panel, "mButtonUpdate")->click();
         QCOMPARE(panel->model()->rowCount(), 13);
         fields->setCurrentIndex(1);
         QCOMPARE(panel->model()->field(), QStringLiteral("code"));
         QCOMPARE(panel->model()->rowCount(), 1);
         levels->setCurrentText(QStringLiteral("4"));
-        child<QPushButton>(panel, "mButtonAddAll")->click();
+        child<QPushButton>(panel, "mButtonUpdate")->click();
         QCOMPARE(column(*panel->model(), 1).mid(1),
                  (QStringList{"0.00000,1.25000", "1.25000,2.50000", "2.50000,3.75000", "3.75000,5.00000"}));
     }
@@ -119,8 +119,8 @@ private Q_SLOTS:
         TZRenderPanelGradingSymbol* panel = openPanel(layer.get());
         QVERIFY(panel);
         child<QComboBox>(panel, "mComboBoxLevel")->setCurrentText(QStringLiteral("3"));
-        child<QDoubleSpinBox>(panel, "mLineWidthBox")->setValue(0.6);
-        child<QPushButton>(panel, "mButtonAddAll")->click();
+        child<QDoubleSpinBox>(panel, "mDoubleSpinBoxOutlineWidth")->setValue(0.6);
+        child<QPushButton>(panel, "mButtonUpdate")->click();
         TZModelGradingSymbol* model = panel->model();
         QVERIFY(model->setData(model->index(2, 2), QStringLiteral("middle")));
         model->setData(model->index(0, 1), Qt::Checked, Qt::CheckStateRole);
@@ -153,7 +153,7 @@ private Q_SLOTS:
         QCOMPARE(model->item(2).style->GetColor().GetColor(), secondColor);
         QCOMPARE(model->checkState(), int(Qt::Checked));
         QCOMPARE(child<QComboBox>(panel, "mComboBoxLevel")->currentText(), QStringLiteral("3"));
-        QCOMPARE(child<QDoubleSpinBox>(panel, "mLineWidthBox")->value(), 0.6);
+        QCOMPARE(child<QDoubleSpinBox>(panel, "mDoubleSpinBoxOutlineWidth")->value(), 0.6);
     }
 
     void applyChecksTheClassRows_data()
@@ -207,10 +207,10 @@ private Q_SLOTS:
         TZRenderPanelGradingSymbol* panel = openPanel(layer.get());
         QVERIFY(panel);
         child<QComboBox>(panel, "mComboBoxLevel")->setCurrentText(QStringLiteral("3"));
-        child<QPushButton>(panel, "mButtonAddAll")->click();
+        child<QPushButton>(panel, "mButtonUpdate")->click();
 
         ModalAnswer none("QMessageBox", ModalAnswer::click(QMessageBox::Ok));
-        child<QPushButton>(panel, "mButtonRemove")->click();
+        child<QPushButton>(panel, "mButtonDeleteValue")->click();
         QVERIFY(none.answered());
         QCOMPARE(none.dialogText(), QStringLiteral("No items selected!"));
         QCOMPARE(panel->model()->rowCount(), 4);
@@ -219,11 +219,11 @@ private Q_SLOTS:
         for (int row : {0, 2})
             table->selectionModel()->select(table->model()->index(row, 0),
                                             QItemSelectionModel::Select | QItemSelectionModel::Rows);
-        child<QPushButton>(panel, "mButtonRemove")->click();
+        child<QPushButton>(panel, "mButtonDeleteValue")->click();
         QCOMPARE(column(*panel->model(), 1),
                  (QStringList{TZModelGradingSymbol::AllOtherValues, "0.00000,3.33333", "6.66667,10.00000"}));
 
-        child<QPushButton>(panel, "mButtonRemoveAll")->click();
+        child<QPushButton>(panel, "mButtonDeleteAllValues")->click();
         QCOMPARE(panel->model()->rowCount(), 1);
     }
 
@@ -235,7 +235,7 @@ private Q_SLOTS:
         TZRenderPanelGradingSymbol* panel = openPanel(layer.get());
         QVERIFY(panel);
         child<QComboBox>(panel, "mComboBoxLevel")->setCurrentText(QStringLiteral("2"));
-        child<QPushButton>(panel, "mButtonAddAll")->click();
+        child<QPushButton>(panel, "mButtonUpdate")->click();
         TZModelGradingSymbol* model = panel->model();
         QCOMPARE(counts(*model).mid(1), (QList<int>{3, 4}));
         model->setData(model->index(1, 2), QStringLiteral("low"));
@@ -262,7 +262,7 @@ private Q_SLOTS:
             list->selectionModel()->select(list->model()->index(1, 0), QItemSelectionModel::Select);
             dialog->findChild<QPushButton*>("mButtonOk")->click();
         });
-        child<QPushButton>(panel, "mButtonAdd")->click();
+        child<QPushButton>(panel, "mButtonAddValue")->click();
         QVERIFY(pick.answered());
         QCOMPARE(offered, (QStringList{"0.00000,5.00000", "5.00000,10.00000"}));
         QCOMPARE(column(*panel->model(), 1).mid(1), QStringList{"5.00000,10.00000"});
@@ -272,7 +272,7 @@ private Q_SLOTS:
         // Nothing left to offer.
         ModalAnswer noMore("QMessageBox", ModalAnswer::click(QMessageBox::Ok));
         panel->model()->addItem({nullptr, "0.00000,5.00000", "0.00000,5.00000", 0});
-        child<QPushButton>(panel, "mButtonAdd")->click();
+        child<QPushButton>(panel, "mButtonAddValue")->click();
         QCOMPARE(noMore.dialogText(), QStringLiteral("No other values"));
     }
 };
