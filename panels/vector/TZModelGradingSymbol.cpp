@@ -157,7 +157,7 @@ QVariant TZModelGradingSymbol::data(const QModelIndex& index, int role) const
         return mCheckState;
     if (role == Qt::TextAlignmentRole && column == CountColumn)
         return int(Qt::AlignRight | Qt::AlignVCenter);
-    if (role != Qt::DisplayRole && role != Qt::EditRole)
+    if (role != Qt::DisplayRole && role != Qt::EditRole && role != Qt::ToolTipRole)
         return QVariant();
 
     QString text;
@@ -173,7 +173,7 @@ QVariant TZModelGradingSymbol::data(const QModelIndex& index, int role) const
     default:
         return QVariant();
     }
-    if (role == Qt::DisplayRole && text.size() > MaxShownLength)
+    if (role != Qt::EditRole && text.size() > MaxShownLength)
         return text.left(MaxShownLength) + QChar(0x2026);
     return text;
 }

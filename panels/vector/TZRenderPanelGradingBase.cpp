@@ -74,7 +74,11 @@ void TZRenderPanelGradingBase::initGradingWidgets(TZModelGradingSymbol* model)
     mTable->setColumnWidth(1, 80);
     mTable->setColumnWidth(2, 80);
     mSymbolColumnWidth = mTable->columnWidth(0);
-    fitColumns();
+    // Ranges and labels share the width the dock gives; long ones are cut
+    // short with the whole text in their tooltip, and the count stays in view.
+    header->setSectionResizeMode(1, QHeaderView::Stretch);
+    header->setSectionResizeMode(2, QHeaderView::Stretch);
+    header->setSectionResizeMode(3, QHeaderView::ResizeToContents);
     mFirstRowHeight = mTable->verticalHeader()->defaultSectionSize();
 
     auto button = [this](const char* name) { return findChild<QPushButton*>(QString::fromLatin1(name)); };
@@ -96,21 +100,6 @@ void TZRenderPanelGradingBase::initGradingWidgets(TZModelGradingSymbol* model)
     connect(mWidthBox, SIGNAL(valueChanged(double)), this, SLOT(onColorRampChanged()));
     connect(mOutlineColorButton, SIGNAL(colorChanged(QRgb)), this, SLOT(onColorRampChanged()));
     connect(mUnitBox, SIGNAL(currentIndexChanged(QString)), this, SLOT(onOutLineWidthUnitChanged(QString)));
-    connect(mModel, &QAbstractItemModel::modelReset, this, &TZRenderPanelGradingBase::fitColumns);
-    connect(mModel, &QAbstractItemModel::rowsInserted, this, &TZRenderPanelGradingBase::fitColumns);
-}
-
-void TZRenderPanelGradingBase::fitColumns()
-{
-    // Widths only: a minimum width here would widen the whole dock, since
-    // its pages share one stack.
-    QHeaderView* header = mTable->horizontalHeader();
-    const int caps[] = {0, 170, 130};
-    for (int column = 1; column <= 2; ++column) {
-        mTable->resizeColumnToContents(column);
-        mTable->setColumnWidth(column, qBound(80, mTable->columnWidth(column), caps[column]));
-    }
-    mTable->setColumnWidth(3, std::max(50, header->sectionSizeHint(3)));
 }
 
 QString TZRenderPanelGradingBase::currentField() const

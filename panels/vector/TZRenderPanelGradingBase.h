@@ -84,8 +84,6 @@ protected:
 
 private:
     void fillFieldCombo(TZObjects::TEFeatureLayer* layer);
-    // Widens the range and label columns to their texts, within limits.
-    void fitColumns();
     QList<int> selectedRows() const;
 
     int mSymbolColumnWidth = 45;
