@@ -1,9 +1,12 @@
 #include "TZFeatureLayerDrawer.h"
 
 #include "data/TEFeatureCursor.h"
+#include "renders/TEDiagramRender.h"
+#include "renders/TEDrawContext.h"
 #include "symbology/TEStyleMultiLayer.h"
 #include "view/TETrackCancel.h"
 
+#include <QCoreApplication>
 #include <QPainter>
 
 using namespace TZObjects;
@@ -16,48 +19,74 @@ TZFeatureLayerDrawer::TZFeatureLayerDrawer(TERefPtr<TEFeatureLayer> layer, const
 {
 }
 
+TEQueryFilter TZFeatureLayerDrawer::viewFilter(const QRectF& rect) const
+{
+    TEQueryFilter filter(mLayer->query_filter().GetWhereClause());
+    filter.SetGeometryNeeded(true);
+    filter.SetSpatialRect(rect);
+    // Read only what the render needs; an empty list would mean every
+    // field, so with none needed the id alone is asked for.
+    std::vector<TEString> fields = mRender ? mRender->GetUsedAttributes() : std::vector<TEString>();
+    filter.SetSubFields(fields.empty() ? std::vector<TEString>{TEString(L"FID")} : fields);
+    return filter;
+}
+
 bool TZFeatureLayerDrawer::draw(QPainter* painter, const TZMapViewport& viewport, const TETrackCancel* cancel)
 {
     mDrawnCount = 0;
+    mDiagramCount = 0;
     mErrorText.clear();
     if (!mLayer || (!mRender && !mDefaultStyle))
         return true;
     if (cancel && cancel->IsCancelled())
         return false;
 
-    TEQueryFilter filter(mLayer->query_filter().GetWhereClause());
-    filter.SetGeometryNeeded(true);
-    // Symbols reach beyond their geometry; a margin keeps edge points whole.
-    const QRectF extent = viewport.mapExtent();
-    const double margin = 40.0 * viewport.unitsPerPixel();
-    filter.SetSpatialRect(extent.adjusted(-margin, -margin, margin, margin));
-    // Read only what choosing the style needs; an empty list would mean
-    // every field, so with none needed the id alone is asked for.
-    std::vector<TEString> fields = mRender ? mRender->GetUsedAttributes() : std::vector<TEString>();
-    filter.SetSubFields(fields.empty() ? std::vector<TEString>{TEString(L"FID")} : fields);
+    TEDrawContext context;
+    context.mapToDevice = viewport.mapToDevice();
+    context.mapExtent = viewport.mapExtent();
+    context.scale = viewport.scale();
+    context.dpi = TEStyle::DeviceDpi(painter);
+    context.devicePixelRatio = painter->device() ? painter->device()->devicePixelRatioF() : 1.0;
+    context.cancel = cancel;
 
+    // Symbols reach beyond their geometry; a margin keeps edge points whole.
+    const double margin = 40.0 * viewport.unitsPerPixel();
     QString error;
-    TERefPtr<TEFeatureCursor> cursor = mLayer->Search(filter, &error);
+    TERefPtr<TEFeatureCursor> cursor =
+        mLayer->Search(viewFilter(context.mapExtent.adjusted(-margin, -margin, margin, margin)), &error);
     if (!cursor) {
         mErrorText = error;
         return false;
     }
 
-    const QTransform toDevice = viewport.mapToDevice();
-    const double scale = viewport.scale();
+    const QTransform& toDevice = context.mapToDevice;
+    const bool wholeLayer = mRender && mRender->DrawsWholeLayer();
+    // A render drawing from the whole layer draws its own overlay there.
+    const auto* diagram = wholeLayer ? nullptr : dynamic_cast<const TEDiagramRender*>(mRender.get());
     const bool byPriority = mRender && mRender->PriorityRender();
     std::vector<Pending> pending;
+    std::vector<Diagram> diagrams;
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing, true);
     bool finished = true;
     while (TERefPtr<TEFeature> feature = cursor->NextFeature()) {
-        if (cancel && cancel->IsCancelled()) {
+        if (context.IsCancelled()) {
             finished = false;
             break;
         }
-        TERefPtr<TEStyle> style = mRender ? mRender->GetStyleByFeature(feature.get(), scale) : mDefaultStyle;
-        TERefPtr<TEGeometry> geometry = style ? feature->GetGeometry() : TERefPtr<TEGeometry>();
+        TERefPtr<TEStyle> style = mRender ? mRender->GetStyleByFeature(feature.get(), context.scale) : mDefaultStyle;
+        // A diagram is drawn for a feature the background leaves out too.
+        TERefPtr<TEGeometry> geometry = style || diagram ? feature->GetGeometry() : TERefPtr<TEGeometry>();
         if (!geometry)
+            continue;
+        if (diagram) {
+            QPointF anchor;
+            if (TEDiagramRender::GetAnchor(geometry->GetHandle(), anchor)) {
+                feature->SetGeometry(TERefPtr<TEGeometry>());
+                diagrams.push_back({anchor, feature});
+            }
+        }
+        if (!style)
             continue;
         const double angle = mRender ? mRender->GetRotationAngle(feature.get()) : 0.0;
         if (byPriority) {
@@ -67,9 +96,48 @@ bool TZFeatureLayerDrawer::draw(QPainter* painter, const TZMapViewport& viewport
         if (style->Draw(painter, geometry->GetHandle(), toDevice, angle))
             ++mDrawnCount;
     }
+    cursor.reset();
     if (finished && byPriority)
         finished = drawByPriority(painter, pending, toDevice, cancel);
+    pending.clear();
+    if (finished && diagram)
+        finished = drawDiagrams(painter, diagram, diagrams, context);
     painter->restore();
+    if (finished && wholeLayer)
+        finished = drawWholeLayer(painter, context);
+    return finished;
+}
+
+bool TZFeatureLayerDrawer::drawDiagrams(QPainter* painter, const TEDiagramRender* render,
+                                        const std::vector<Diagram>& diagrams, const TEDrawContext& context)
+{
+    for (const Diagram& item : diagrams) {
+        if (context.IsCancelled())
+            return false;
+        painter->save();
+        if (render->DrawDiagram(painter, item.values.get(), context.mapToDevice.map(item.mapAnchor), context))
+            ++mDiagramCount;
+        painter->restore();
+    }
+    return true;
+}
+
+bool TZFeatureLayerDrawer::drawWholeLayer(QPainter* painter, const TEDrawContext& context)
+{
+    if (context.IsCancelled())
+        return false;
+    QString error;
+    TERefPtr<TEFeatureCursor> cursor = mLayer->Search(viewFilter(context.mapExtent), &error);
+    if (!cursor) {
+        mErrorText = error;
+        return false;
+    }
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing, true);
+    const bool finished = mRender->DrawLayer(painter, cursor.get(), context);
+    painter->restore();
+    if (!finished && !context.IsCancelled() && mErrorText.isEmpty())
+        mErrorText = QCoreApplication::translate("TZFeatureLayerDrawer", "The %1 render could not draw the layer.").arg(mRender->GetType().toQString());
     return finished;
 }
 

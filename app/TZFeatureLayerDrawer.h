@@ -7,12 +7,24 @@
 #include "renders/TEFeatureRender.h"
 #include "symbology/TEStyle.h"
 
+namespace TZObjects {
+class TEDiagramRender;
+class TEDrawContext;
+class TEFeature;
+}
+
 // Draws a vector layer: every feature in the viewport with the style its
 // render picks for it at the viewport's scale (GetStyleByFeature, so
 // categories, classes, rules and their scale ranges apply), turned by the
 // render's rotation; a layer without a render in its default style. With
 // priority rendering on, symbols are drawn in passes by their priority so
 // that, say, every road casing lies below every road centre line.
+//
+// A diagram render's style is its background render's; once the background
+// is drawn, each feature in view, styled or not, gets its diagram at the
+// device position of its anchor. Only the anchors and the values the
+// diagrams read are kept between the two passes. A render that draws from
+// the whole layer is then handed a cursor over the features in view.
 class TZFeatureLayerDrawer : public TZLayerDrawer
 {
 public:
@@ -26,8 +38,17 @@ public:
 
     // Features drawn (with a style) by the last draw.
     int drawnCount() const { return mDrawnCount; }
+    // Diagrams drawn by the last draw.
+    int diagramCount() const { return mDiagramCount; }
 
 private:
+    struct Diagram
+    {
+        QPointF mapAnchor;
+        // The feature's values, its geometry dropped once anchored.
+        TZObjects::TERefPtr<TZObjects::TEFeature> values;
+    };
+
     struct Pending
     {
         TZObjects::TERefPtr<TZObjects::TEGeometry> geometry;
@@ -37,9 +58,14 @@ private:
 
     bool drawByPriority(QPainter* painter, const std::vector<Pending>& pending, const QTransform& toDevice,
                         const TZObjects::TETrackCancel* cancel);
+    bool drawDiagrams(QPainter* painter, const TZObjects::TEDiagramRender* render,
+                      const std::vector<Diagram>& diagrams, const TZObjects::TEDrawContext& context);
+    bool drawWholeLayer(QPainter* painter, const TZObjects::TEDrawContext& context);
+    TZObjects::TEQueryFilter viewFilter(const QRectF& rect) const;
 
     TZObjects::TERefPtr<TZObjects::TEFeatureLayer> mLayer;
     TZObjects::TERefPtr<TZObjects::TEFeatureRender> mRender;
     TZObjects::TERefPtr<TZObjects::TEStyle> mDefaultStyle;
     int mDrawnCount = 0;
+    int mDiagramCount = 0;
 };

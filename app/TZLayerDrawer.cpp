@@ -19,17 +19,23 @@ std::unique_ptr<TZLayerDrawer> TZLayerDrawer::create(TELayer* layer)
 
 std::unique_ptr<TZLayerDrawer> TZLayerDrawer::makeDrawer(TELayer* layer)
 {
-    if (!layer || !layer->IsValid())
+    // A layer without a render ("Not to render") is not drawn at all.
+    if (!layer || !layer->IsValid() || !layer->GetRender())
         return nullptr;
     if (auto* features = dynamic_cast<TEFeatureLayer*>(layer)) {
         const TERefPtr<TEFeatureRender> render = features->GetSymbolRender();
+        if (!render)
+            return nullptr;
         return std::make_unique<TZFeatureLayerDrawer>(TERefPtr<TEFeatureLayer>(features), render.get(),
-                                                      render ? TERefPtr<TEStyle>() : features->GetDefaultStyle());
+                                                      TERefPtr<TEStyle>());
     }
     if (auto* raster = dynamic_cast<TERasterLayer*>(layer)) {
-        return std::make_unique<TZRasterLayerDrawer>(raster->GetRaster(), raster->GetImageRender().get());
+        const TERefPtr<TEImageRender> render = raster->GetImageRender();
+        return render ? std::make_unique<TZRasterLayerDrawer>(raster->GetRaster(), render.get()) : nullptr;
     }
-    if (auto* mosaic = dynamic_cast<TERasterDirLayer*>(layer))
-        return std::make_unique<TZRasterLayerDrawer>(mosaic->GetRaster(), mosaic->GetImageRender().get());
+    if (auto* mosaic = dynamic_cast<TERasterDirLayer*>(layer)) {
+        const TERefPtr<TEImageRender> render = mosaic->GetImageRender();
+        return render ? std::make_unique<TZRasterLayerDrawer>(mosaic->GetRaster(), render.get()) : nullptr;
+    }
     return nullptr;
 }

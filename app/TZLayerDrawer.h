@@ -23,7 +23,8 @@ class TZLayerDrawer
 public:
     virtual ~TZLayerDrawer() = default;
 
-    // The drawer for the layer as it is now; null for a layer nothing can draw.
+    // The drawer for the layer as it is now; null for a layer nothing can
+    // draw or that has no render.
     static std::unique_ptr<TZLayerDrawer> create(TZObjects::TELayer* layer);
 
     // Draws; returns false when the drawing stopped because cancel was set,

@@ -3,6 +3,8 @@
 #include "data/TEFeatureLayer.h"
 #include "data/TERasterDirLayer.h"
 #include "renders/TECategorizedSymbolRender.h"
+#include "renders/TEDiagramRender.h"
+#include "renders/TEGraduatedSymbolsDiagramRender.h"
 #include "renders/TERuleBasedSymbolRender.h"
 #include "renders/TESingleSymbolRender.h"
 #include "symbology/TEStyle.h"
@@ -10,6 +12,7 @@
 #include <QApplication>
 #include <QDropEvent>
 #include <QHeaderView>
+#include <QLocale>
 #include <QPainter>
 #include <QStyle>
 
@@ -153,17 +156,53 @@ void TZLayerTree::refreshLegend(const QString& guid)
     qDeleteAll(item->takeChildren());
     item->setText(0, layer->GetLayerName().toQString());
 
+    // "Not to render" leaves a layer without a render, and tzmap draws nothing
+    // of it; the legend says so, so that an empty map is not a puzzle.
+    if (!layer->GetRender()) {
+        // A vector layer keeps the look of its kind (point, line or fill), greyed.
+        auto* vector = dynamic_cast<TEFeatureLayer*>(layer);
+        const QIcon kind = vector ? symbolIcon(vector->GetDefaultStyle().get()) : QIcon();
+        item->setIcon(0, kind.isNull() ? layerTypeIcon(layer) : QIcon(kind.pixmap(IconSize, QIcon::Disabled)));
+        auto* note = new QTreeWidgetItem(item);
+        note->setText(0, tr("Not rendered"));
+        note->setFlags(Qt::ItemIsEnabled);
+        note->setForeground(0, palette().brush(QPalette::Disabled, QPalette::Text));
+        item->setExpanded(true);
+        return;
+    }
+
     auto* features = dynamic_cast<TEFeatureLayer*>(layer);
     if (!features) {
         item->setIcon(0, layerTypeIcon(layer));
         return;
     }
     const TERefPtr<TEFeatureRender> render = features->GetSymbolRender();
-    if (!render) {
-        item->setIcon(0, symbolIcon(features->GetDefaultStyle().get()));
+    if (!render)
+        return;
+    fillLegend(item, layer, render.get());
+    item->setExpanded(true);
+}
+
+void TZLayerTree::fillLegend(QTreeWidgetItem* item, TELayer* layer, TEFeatureRender* render)
+{
+    if (auto* diagram = dynamic_cast<TEDiagramRender*>(render)) {
+        // The background's entries first, then what the diagrams show.
+        item->setIcon(0, QIcon());
+        if (const TERefPtr<TEFeatureRender> background = diagram->GetBackgroundRender())
+            fillLegend(item, layer, background.get());
+        for (const TERefPtr<TEDiagramRenderItem>& part : diagram->GetItems()) {
+            const QString caption = part->GetCaption().toQString();
+            addLegendItem(item, part->GetStyle().get(), caption.isEmpty() ? part->GetField().toQString() : caption);
+        }
+        if (auto* graduated = dynamic_cast<TEGraduatedSymbolsDiagramRender*>(render)) {
+            for (const TEGraduatedSymbolsDiagramItem& level : graduated->items())
+                addLegendItem(item, level.style().get(),
+                              QStringLiteral("%1 - %2").arg(QLocale().toString(level.lower()),
+                                                            QLocale().toString(level.upper())));
+        }
         return;
     }
-    if (auto* categories = dynamic_cast<TECategorizedSymbolRender*>(render.get())) {
+    if (auto* categories = dynamic_cast<TECategorizedSymbolRender*>(render)) {
         item->setIcon(0, QIcon());
         for (int i = 0; i < categories->GetItemCount(); ++i) {
             const TERefPtr<TECategoryRenderItem> category = categories->GetCategoryRenderItem(i);
@@ -173,7 +212,7 @@ void TZLayerTree::refreshLegend(const QString& guid)
             const QString label = category->GetLabel().toQString();
             addLegendItem(item, category->GetStyle().get(), label.isEmpty() ? category->GetValue().toQString() : label);
         }
-    } else if (auto* rules = dynamic_cast<TERuleBasedSymbolRender*>(render.get())) {
+    } else if (auto* rules = dynamic_cast<TERuleBasedSymbolRender*>(render)) {
         item->setIcon(0, QIcon());
         for (int i = 0; i < rules->RuleCount(); ++i) {
             const TERefPtr<TERuleBasedSymbolRender::Rule> rule = rules->GetRule(i);
@@ -184,7 +223,6 @@ void TZLayerTree::refreshLegend(const QString& guid)
         const std::vector<TERefPtr<TEStyle>> styles = render->GetStyles();
         item->setIcon(0, styles.empty() ? layerTypeIcon(layer) : symbolIcon(styles.front().get()));
     }
-    item->setExpanded(true);
 }
 
 void TZLayerTree::addLegendItem(QTreeWidgetItem* parent, const TEStyle* style, const QString& label)

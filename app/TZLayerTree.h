@@ -6,6 +6,7 @@
 #include <QTreeWidget>
 
 namespace TZObjects {
+class TEFeatureRender;
 class TEStyle;
 }
 
@@ -14,8 +15,10 @@ class TEStyle;
 // The layer list: one top-level item per layer, the top one drawn last,
 // with a check box for its visibility; the list is reordered by dragging.
 // Under a layer drawn by categories, classes or rules, the legend: one
-// child item per class with its symbol and label. A layer drawn with one
-// symbol shows that symbol as its icon.
+// child item per class with its symbol and label; under a diagram layer,
+// its background's legend and then one item per diagram part with its
+// colour. A layer drawn with one symbol shows that symbol as its icon; a
+// layer without a render (not drawn) has one child saying "Not rendered".
 class TZLayerTree : public QTreeWidget
 {
     Q_OBJECT
@@ -60,6 +63,9 @@ private:
     static QIcon symbolIcon(const TZObjects::TEStyle* style);
     static QIcon layerTypeIcon(const TZObjects::TELayer* layer);
     void addLegendItem(QTreeWidgetItem* parent, const TZObjects::TEStyle* style, const QString& label);
+    // The legend entries (or the layer icon) of a render; a diagram render
+    // lists its background render's entries and then its own items.
+    void fillLegend(QTreeWidgetItem* item, TZObjects::TELayer* layer, TZObjects::TEFeatureRender* render);
 
     std::vector<TZObjects::TERefPtr<TZObjects::TELayer>> mLayers;
 };

@@ -19,7 +19,10 @@ using namespace TZObjects;
 
 namespace {
 
-constexpr int FormatVersion = 1;
+// Version 2: a null render means the layer has none ("Not to render"). In
+// version 1 it meant the layer had not been given one yet, so such a layer
+// opens with its default render, as a layer without a render member does.
+constexpr int FormatVersion = 2;
 
 QString tr(const char* text)
 {
@@ -46,6 +49,17 @@ bool applyRender(TELayer* layer, const QJsonObject& json, QString* error)
     }
     *error = readError.toQString();
     return bool(render);
+}
+
+// Leaves a layer of any kind without a render.
+void removeRender(TELayer* layer)
+{
+    if (auto* features = dynamic_cast<TEFeatureLayer*>(layer))
+        features->SetSymbolRender({});
+    else if (auto* raster = dynamic_cast<TERasterLayer*>(layer))
+        raster->SetRender({});
+    else if (auto* mosaic = dynamic_cast<TERasterDirLayer*>(layer))
+        mosaic->SetRender({});
 }
 
 } // namespace
@@ -109,7 +123,8 @@ bool TZMapProject::open(const QString& path, std::vector<LayerState>& layers, TZ
             *error = tr("\"%1\" is not a tzmap project.").arg(path);
         return false;
     }
-    if (root.value(QStringLiteral("version")).toInt() > FormatVersion) {
+    const int version = root.value(QStringLiteral("version")).toInt();
+    if (version > FormatVersion) {
         if (error)
             *error = tr("\"%1\" was written by a newer tzmap.").arg(path);
         return false;
@@ -134,8 +149,12 @@ bool TZMapProject::open(const QString& path, std::vector<LayerState>& layers, TZ
             layer->SetLayerName(TEString(name));
         const QJsonValue render = entry.value(QStringLiteral("render"));
         QString renderError;
-        if (render.isObject() && !applyRender(layer.get(), render.toObject(), &renderError) && warnings)
-            *warnings << tr("The symbology of \"%1\" could not be read: %2").arg(name, renderError);
+        if (render.isObject()) {
+            if (!applyRender(layer.get(), render.toObject(), &renderError) && warnings)
+                *warnings << tr("The symbology of \"%1\" could not be read: %2").arg(name, renderError);
+        } else if (render.isNull() && version >= 2) {
+            removeRender(layer.get());
+        }
         layers.push_back({layer, entry.value(QStringLiteral("visible")).toBool(true)});
     }
 

@@ -12,7 +12,7 @@
 
 // A tzmap project file (JSON): the layers, top of the list first, each with
 // its source, display name, visibility and render (as the render's own
-// JSON), and the view. Sources inside the project's folder are stored
+// JSON, or null for a layer left without one), and the view. Sources inside the project's folder are stored
 // relative to it, so a project moves with its data.
 class TZMapProject
 {
@@ -29,7 +29,8 @@ public:
     static bool save(const QString& path, const std::vector<LayerState>& layers, const TZMapViewport& view,
                      QString* error);
 
-    // Reads a project: its layers with their renders set, and the view
+    // Reads a project: its layers with their renders set (a layer whose
+    // entry has no render opens with its default one), and the view
     // (centre and resolution; invalid when the file has none). A layer or
     // render that cannot be read is left out with a line in warnings; false
     // with a message only when the file itself cannot be read.

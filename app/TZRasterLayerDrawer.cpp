@@ -1,12 +1,11 @@
 #include "TZRasterLayerDrawer.h"
 
+#include "renders/TEImageStretchRenderInfo.h"
 #include "renders/TEMultiBandImageRender.h"
 #include "renders/TESingleBandImageRender.h"
 #include "view/TETrackCancel.h"
 
 #include <QPainter>
-
-#include <gdal.h>
 
 #include <algorithm>
 #include <cmath>
@@ -15,8 +14,6 @@ using namespace TZObjects;
 
 namespace {
 
-// Default percent clip of a stretch drawn without a render.
-constexpr double DefaultClipPercent = 2.0;
 // Side of the coarse whole-raster read behind percent clips.
 constexpr int SampleSide = 256;
 
@@ -31,8 +28,11 @@ TZRasterLayerDrawer::TZRasterLayerDrawer(TERefPtr<TERasterProps> raster, const T
     : mRaster(std::move(raster))
     , mRender(render ? render->CloneRender() : TERefPtr<TERender>())
 {
-    if (mRaster)
-        mRaster->GetColorTable(1, mColorTable);
+}
+
+bool TZRasterLayerDrawer::paintsBackground(const TEColor& color)
+{
+    return color.getA() != 0 && color != TEColor(255, 255, 255);
 }
 
 bool TZRasterLayerDrawer::percentClip(int band, double lowPercent, double highPercent, double& low, double& high) const
@@ -64,40 +64,36 @@ TZRasterLayerDrawer::Plan TZRasterLayerDrawer::makePlan() const
 {
     Plan plan;
     const int bandCount = mRaster->GetBandCount();
-    auto clipAll = [&](double lowPercent, double highPercent) {
-        plan.clipped = true;
-        for (int c = 0; c < 4; ++c) {
-            if (plan.bands[c] > 0)
-                percentClip(plan.bands[c], lowPercent, highPercent, plan.low[c], plan.high[c]);
-        }
-    };
-
     if (auto* single = dynamic_cast<const TESingleBandImageRender*>(mRender.get())) {
-        plan.mode = Mode::SingleBandRender;
+        plan.mode = Mode::SingleBand;
         plan.bands[0] = single->GetBandIndex();
     } else if (auto* multi = dynamic_cast<const TEMultiBandImageRender*>(mRender.get())) {
         if (multi->getImageRenderMODE() == 8) {
+            // The chosen band between its own minimum and maximum, whatever
+            // its data type.
             plan.mode = Mode::StretchOneBand;
             plan.bands = {{multi->GetStretchBandIndex(), 0, 0, 0}};
+            TERasterProps::BandStatistics statistics;
+            if (mRaster->GetStatistics(plan.bands[0], statistics, TERasterProps::Accuracy::ApproximateIfLarge)) {
+                plan.low[0] = statistics.minimum;
+                plan.high[0] = statistics.maximum;
+            }
         } else {
             plan.mode = Mode::Composite;
             plan.bands = {{multi->getUseRedBand() ? multi->getRedBand() : 0,
                            multi->getUseGreenBand() ? multi->getGreenBand() : 0,
                            multi->getUseBlueBand() ? multi->getBlueBand() : 0,
                            multi->getAlphaBandUse() ? multi->getAlphaBandNum() : 0}};
+            // The alpha band is an opacity as it is (0..255): clipping it
+            // would turn a mostly opaque mask see-through.
+            if (multi->getStretchType() == TEMultiBandImageRender::PercentClip) {
+                for (int c = 0; c < 3; ++c) {
+                    if (plan.bands[c] > 0 && plan.bands[c] <= bandCount)
+                        percentClip(plan.bands[c], multi->getStretchMin(), multi->getStretchMax(), plan.low[c],
+                                    plan.high[c]);
+                }
+            }
         }
-        if (multi->getStretchType() == TEMultiBandImageRender::PercentClip)
-            clipAll(multi->getStretchMin(), multi->getStretchMax());
-    } else if (bandCount == 1 && !mColorTable.empty()) {
-        plan.mode = Mode::Palette;
-    } else if (bandCount >= 3) {
-        plan.mode = Mode::Composite;
-        plan.bands = {{1, 2, 3, 0}};
-        if (mRaster->GetDataType() != GDT_Byte)
-            clipAll(DefaultClipPercent, DefaultClipPercent);
-    } else {
-        plan.mode = Mode::StretchOneBand;
-        clipAll(DefaultClipPercent, DefaultClipPercent);
     }
     for (int& band : plan.bands) {
         if (band > bandCount)
@@ -109,7 +105,8 @@ TZRasterLayerDrawer::Plan TZRasterLayerDrawer::makePlan() const
 bool TZRasterLayerDrawer::draw(QPainter* painter, const TZMapViewport& viewport, const TETrackCancel* cancel)
 {
     mErrorText.clear();
-    if (!mRaster || mRaster->GetWidth() <= 0 || mRaster->GetHeight() <= 0)
+    const auto* imageRender = dynamic_cast<const TEImageRender*>(mRender.get());
+    if (!mRaster || !imageRender || mRaster->GetWidth() <= 0 || mRaster->GetHeight() <= 0)
         return true;
     if (cancel && cancel->IsCancelled())
         return false;
@@ -168,6 +165,13 @@ bool TZRasterLayerDrawer::draw(QPainter* painter, const TZMapViewport& viewport,
     if (image.isNull())
         return false;
     painter->save();
+    const TEColor background = imageRender->GetBackgroundColor();
+    if (paintsBackground(background)) {
+        // The raster's footprint in view, beneath its pixels.
+        const QRectF footprint = QRectF(viewport.toDevice(visible.topLeft()), viewport.toDevice(visible.bottomRight()))
+                                     .normalized();
+        painter->fillRect(footprint, QColor::fromRgba(background.GetColor()));
+    }
     painter->setRenderHint(QPainter::SmoothPixmapTransform, false);
     painter->drawImage(target, image);
     painter->restore();
@@ -181,13 +185,14 @@ QImage TZRasterLayerDrawer::colorize(const Plan& plan, const std::array<std::vec
     const auto* imageRender = dynamic_cast<const TEImageRender*>(mRender.get());
     const auto* single = dynamic_cast<const TESingleBandImageRender*>(mRender.get());
     const auto* multi = dynamic_cast<const TEMultiBandImageRender*>(mRender.get());
-    // Without a render, RGB composites are built by a default one: bytes as
-    // they are, other types through the percent clip worked out in the plan.
-    TEMultiBandImageRender fallback;
-    fallback.setStretchType(plan.clipped ? TEMultiBandImageRender::PercentClip : TEMultiBandImageRender::NoStretch);
-    fallback.setAlphaBandUse(false);
-    const TEMultiBandImageRender* composer = multi ? multi : &fallback;
-    const QRgb noDataRgb = imageRender ? imageRender->NodataRgb() : qRgba(0, 0, 0, 0);
+    const QRgb noDataRgb = imageRender->NodataRgb();
+    // A stretch works its range out once for the whole image, not per pixel.
+    const TERefPtr<TEImageRenderInfo> info = single ? single->getRenderInfo() : TERefPtr<TEImageRenderInfo>();
+    const auto* stretch = dynamic_cast<const TEImageStretchRenderInfo*>(info.get());
+    double stretchLow = 0.0;
+    double stretchHigh = 0.0;
+    if (stretch)
+        stretch->GetStretchRange(stretchLow, stretchHigh);
 
     QImage image(size, QImage::Format_ARGB32);
     for (int y = 0; y < size.height(); ++y) {
@@ -197,25 +202,23 @@ QImage TZRasterLayerDrawer::colorize(const Plan& plan, const std::array<std::vec
         for (int x = 0; x < size.width(); ++x) {
             const std::size_t k = static_cast<std::size_t>(y) * size.width() + x;
             switch (plan.mode) {
-            case Mode::SingleBandRender: {
-                const double v = values[0][k];
-                line[x] = isNoData(v, noData[0]) ? noDataRgb : single->ColorOf(v);
+            case Mode::SingleBand: {
+                const double v = plan.bands[0] > 0 ? values[0][k] : std::nan("");
+                if (isNoData(v, noData[0]))
+                    line[x] = noDataRgb;
+                else
+                    line[x] = stretch ? stretch->ColorIn(v, stretchLow, stretchHigh) : (info ? info->ColorOf(v) : 0);
                 break;
             }
             case Mode::StretchOneBand: {
-                const double v = values[0][k];
-                line[x] = isNoData(v, noData[0]) ? noDataRgb : TEMultiBandImageRender::StretchGrey(v, plan.low[0], plan.high[0]);
-                break;
-            }
-            case Mode::Palette: {
-                const double v = values[0][k];
-                const int index = static_cast<int>(v);
-                line[x] = (isNoData(v, noData[0]) || index < 0 || index >= static_cast<int>(mColorTable.size())) ? qRgba(0, 0, 0, 0)
-                                                                                             : mColorTable[index];
+                const double v = plan.bands[0] > 0 ? values[0][k] : std::nan("");
+                line[x] = isNoData(v, noData[0]) ? noDataRgb
+                                                 : TEMultiBandImageRender::StretchGrey(v, plan.low[0], plan.high[0]);
                 break;
             }
             case Mode::Composite: {
-                double pixel[4] = {0, 0, 0, 0};
+                // An alpha band the raster lacks leaves pixels opaque.
+                double pixel[4] = {0, 0, 0, 255};
                 bool missing = false;
                 for (int c = 0; c < 4; ++c) {
                     if (plan.bands[c] <= 0)
@@ -223,7 +226,7 @@ QImage TZRasterLayerDrawer::colorize(const Plan& plan, const std::array<std::vec
                     pixel[c] = values[c][k];
                     missing = missing || (c < 3 && isNoData(pixel[c], noData[c]));
                 }
-                line[x] = missing ? noDataRgb : composer->ComposeRgb(pixel, plan.low.data(), plan.high.data());
+                line[x] = missing ? noDataRgb : multi->ComposeRgb(pixel, plan.low.data(), plan.high.data());
                 break;
             }
             }

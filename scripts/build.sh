@@ -13,7 +13,13 @@ if [ ! -f "$build/build.ninja" ]; then
 fi
 # Plain arguments name targets (scripts/build.sh test_vector); options pass through.
 args=()
+raw=0
 for a in "$@"; do
-  case "$a" in -*) args+=("$a") ;; *) args+=(--target "$a") ;; esac
+  if [ $raw -eq 1 ]; then args+=("$a"); raw=0; continue; fi
+  case "$a" in
+    --target|-t|-j|--parallel) args+=("$a"); raw=1 ;;
+    -*) args+=("$a") ;;
+    *) args+=(--target "$a") ;;
+  esac
 done
 cmake --build "$build" -j "${TZ_JOBS:-2}" "${args[@]}"

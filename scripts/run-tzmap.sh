@@ -8,7 +8,7 @@ build=${TZ_BUILD_DIR:-$root/build}
 data=$root/sample-data
 
 bash "$root/scripts/install-deps.sh"
-bash "$root/scripts/build.sh" --target tzmap tzmap-sampledata
+bash "$root/scripts/build.sh" tzmap tzmap-sampledata
 
 if [ ! -f "$data/sample.tzmap" ] || [ ! -f "$data/sample.gpkg" ]; then
   "$build/bin/tzmap-sampledata" "$data"

@@ -5,7 +5,11 @@
 #include "TZSampleDataGenerator.h"
 
 #include "data/TEFeatureLayer.h"
+#include "data/TERasterLayer.h"
 #include "renders/TECategorizedSymbolRender.h"
+#include "renders/TEImageStretchRenderInfo.h"
+#include "renders/TESingleBandImageRender.h"
+#include "symbology/TEColorRampCatalog.h"
 #include "symbology/TEStyleSimpleFill.h"
 #include "symbology/TEStyleSimpleLine.h"
 #include "symbology/TEStyleSimplePoint.h"
@@ -65,6 +69,23 @@ TERefPtr<TECategorizedSymbolRender> byCategory(const wchar_t* field, const std::
     return render;
 }
 
+// Colours the elevation's opening min-max stretch with the "DEM" ramp, so
+// that the relief reads as lowland green to upland brown.
+void colourElevation(TELayer* elevation)
+{
+    auto* raster = dynamic_cast<TERasterLayer*>(elevation);
+    const auto render = raster ? raster->GetImageRender().cast<TESingleBandImageRender>() : nullptr;
+    const auto info = render ? render->getRenderInfo().cast<TEImageStretchRenderInfo>() : nullptr;
+    const TERefPtr<TEColorRamp> ramp = TEColorRampCatalog::Instance()->find(TEString(L"DEM"), TEString(L"Default"));
+    if (!info || !ramp)
+        return;
+    const int count = info->GetItemCount();
+    for (int i = 0; i < count; ++i) {
+        const rgb_color<float> c = ramp->colorAt(count > 1 ? double(i) / (count - 1) : 0.0);
+        info->SetItemColr(i, TEColor(int(c.r + 0.5f), int(c.g + 0.5f), int(c.b + 0.5f)));
+    }
+}
+
 } // namespace
 
 bool TZSampleProjectWriter::write(const QString& folder, QString* error)
@@ -106,6 +127,7 @@ bool TZSampleProjectWriter::write(const QString& folder, QString* error)
         {L"Water", fill(0xff6fa8dc)},
         {L"Wetland", fill(0xff8fc1b5)}}));
     regions->SetLayerName(TEString(L"regions"));
+    colourElevation(elevation.get());
 
     const std::vector<TZMapProject::LayerState> layers = {
         {places, true}, {roads, true}, {regions, true}, {landcover, false},

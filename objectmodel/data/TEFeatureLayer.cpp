@@ -4,6 +4,7 @@
 #include "data/TEFeaturesCountEvent.h"
 #include "data/TEGdalSupport.h"
 #include "data/TEWhereClause.h"
+#include "renders/TESingleSymbolRender.h"
 #include "symbology/QuickStyle.h"
 
 #include <cpl_conv.h>
@@ -35,8 +36,10 @@ TERefPtr<TEFeatureLayer> TEFeatureLayer::Open(const QString& source, const QStri
                                          : QStringLiteral("\"%1\" has no layer \"%2\".").arg(source, layerName);
         return {};
     }
-    return TERefPtr<TEFeatureLayer>(
+    TERefPtr<TEFeatureLayer> opened(
         new TEFeatureLayer(source, QString::fromUtf8(OGR_L_GetName(layer)), dataset, layer));
+    opened->SetDefaultRender();
+    return opened;
 }
 
 TEFeatureLayer::TEFeatureLayer(const QString& source, const QString& sourceLayerName, GDALDatasetH dataset,
@@ -202,6 +205,14 @@ void TEFeatureLayer::SetSymbolRender(TERefPtr<TEFeatureRender> render)
         mRender = std::move(render);
     }
     RaiseRenderChanged();
+}
+
+void TEFeatureLayer::SetDefaultRender()
+{
+    // A table without geometry has no style, and so no render.
+    const TERefPtr<TEStyle> style = GetDefaultStyle();
+    QMutexLocker lock(&mMutex);
+    mRender = style ? TERefPtr<TEFeatureRender>(MakeRef<TESingleSymbolRender>(style)) : TERefPtr<TEFeatureRender>();
 }
 
 TERefPtr<TEFeatureRender> TEFeatureLayer::GetSymbolRender() const

@@ -56,7 +56,8 @@ public:
     bool GetExtent(QRectF& extent) const override;
     QString GetSpatialReferenceWkt() const override;
 
-    // An empty render pointer removes the render.
+    // A layer opens with a single-symbol render of its default style. An
+    // empty render pointer removes the render.
     void SetSymbolRender(TERefPtr<TEFeatureRender> render);
     TERefPtr<TEFeatureRender> GetSymbolRender() const;
     TERefPtr<TERender> GetRender() const override;
@@ -109,6 +110,9 @@ protected:
     virtual GDALDatasetH OpenReadDataset(QString* error) const;
     // Writes the edits into the source.
     virtual bool WriteEdits(QString* error);
+
+    // Gives the layer its opening render: a single symbol of its default style.
+    void SetDefaultRender();
 
     // Sets the where clause, rectangle and ignored fields of a layer handle.
     bool PrepareLayer(OGRLayerH layer, const TEQueryFilter& filter, QString* error) const;

@@ -107,7 +107,9 @@ TERefPtr<TEMemoryFeatureLayer> TEMemoryFeatureLayer::Create(const QString& name,
             return {};
         }
     }
-    return TERefPtr<TEMemoryFeatureLayer>(new TEMemoryFeatureLayer(name, dataset, layer, type));
+    TERefPtr<TEMemoryFeatureLayer> created(new TEMemoryFeatureLayer(name, dataset, layer, type));
+    created->SetDefaultRender();
+    return created;
 }
 
 TEMemoryFeatureLayer::TEMemoryFeatureLayer(const QString& name, GDALDatasetH dataset, OGRLayerH layer,

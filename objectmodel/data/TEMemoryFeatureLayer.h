@@ -16,8 +16,9 @@ class TZOBJECTS_EXPORT TEMemoryFeatureLayer : public TEFeatureLayer
 public:
     using FieldDef = std::pair<QString, TEField::FieldType>;
 
-    // A layer of the given type with the given attribute fields; crs is
-    // anything OGR accepts ("EPSG:4326", WKT), empty for none.
+    // A layer of the given type with the given attribute fields, drawn with a
+    // single symbol of its default style; crs is anything OGR accepts
+    // ("EPSG:4326", WKT), empty for none.
     static TERefPtr<TEMemoryFeatureLayer> Create(const QString& name, LayerType type,
                                                  const std::vector<FieldDef>& fields, const QString& crs = {},
                                                  QString* error = nullptr);

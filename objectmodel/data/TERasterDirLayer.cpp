@@ -65,6 +65,7 @@ TERasterDirLayer::TERasterDirLayer(const QString& folder, QStringList files, TER
     : TELayer(LT_RasterDir, folder, TEString(QDir(folder).dirName()))
     , mFiles(std::move(files))
     , mRaster(std::move(raster))
+    , mRender(TERasterLayer::MakeStretchRender(mRaster.get(), 1))
 {
 }
 

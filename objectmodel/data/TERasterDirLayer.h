@@ -9,7 +9,8 @@
 namespace TZObjects {
 
 // A folder of rasters shown as one mosaic (layer type 8). The files are
-// joined into an in-memory GDAL VRT, which GetRaster reads and draws.
+// joined into an in-memory GDAL VRT, which GetRaster reads and draws. It
+// opens with a single-band min-max grey stretch of its first band.
 class TZOBJECTS_EXPORT TERasterDirLayer : public TELayer
 {
 public:

@@ -7,7 +7,8 @@
 namespace TZObjects {
 
 // A raster layer over one GDAL raster: single-band (type 6) or multi-band
-// (type 7), with the image render it is drawn with.
+// (type 7), with the image render it is drawn with. It opens with the render
+// that fits the raster (see MakeDefaultRender).
 class TZOBJECTS_EXPORT TERasterLayer : public TELayer
 {
 public:
@@ -25,6 +26,15 @@ public:
 
     bool GetExtent(QRectF& extent) const override;
     QString GetSpatialReferenceWkt() const override;
+
+    // The render a raster opens with: a single band with a colour table its
+    // colour map; any other single band a min-max grey stretch (see
+    // MakeStretchRender); several bands the RGB composite of bands 1, 2 and
+    // 3, bytes taken as they are and other types clipped by percent.
+    static TERefPtr<TEImageRender> MakeDefaultRender(TERasterProps* raster);
+    // A min-max grey stretch of one band with no-data transparent, from
+    // statistics that are approximate on a large raster.
+    static TERefPtr<TEImageRender> MakeStretchRender(TERasterProps* raster, int band = 1);
 
     // The extent of a raster from its size and geo-transform.
     static QRectF ExtentOf(const TERasterProps& raster);

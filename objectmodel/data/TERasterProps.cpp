@@ -13,8 +13,10 @@ TERasterProps::TERasterProps(GDALDatasetH dataset) : mDataset(dataset)
         mHeight = GDALGetRasterYSize(mDataset);
         mBandCount = GDALGetRasterCount(mDataset);
     }
-    mStatisticsState.assign(size_t(mBandCount), 0);
-    mStatistics.resize(size_t(mBandCount));
+    for (int i = 0; i < 2; ++i) {
+        mStatisticsState[i].assign(size_t(mBandCount), 0);
+        mStatistics[i].resize(size_t(mBandCount));
+    }
 }
 
 TERasterProps::~TERasterProps()
@@ -58,24 +60,55 @@ int TERasterProps::GetBandDataType(int band) const
     return handle ? int(GDALGetRasterDataType(handle)) : int(GDT_Unknown);
 }
 
-bool TERasterProps::GetStatistics(int band, BandStatistics& statistics) const
+bool TERasterProps::GetStatistics(int band, BandStatistics& statistics, Accuracy accuracy) const
 {
     QMutexLocker lock(&mMutex);
     GDALRasterBandH handle = Band(band);
     if (!handle)
         return false;
     const size_t i = size_t(band - 1);
-    if (mStatisticsState[i] == 0) {
-        BandStatistics& s = mStatistics[i];
-        CPLErrorReset();
-        // Exact statistics: never approximated from overviews or samples.
-        const CPLErr result = GDALComputeRasterStatistics(handle, FALSE, &s.minimum, &s.maximum, &s.mean,
-                                                          &s.stdDev, nullptr, nullptr);
-        mStatisticsState[i] = result == CE_None ? 1 : -1;
+    // A small raster is always read exactly: it is quick, and both kinds of
+    // request then agree.
+    const bool approximate = accuracy == Accuracy::ApproximateIfLarge && IsLarge();
+    if (approximate && mStatisticsState[0][i] > 0) {
+        statistics = mStatistics[0][i];
+        return true;
     }
-    if (mStatisticsState[i] < 0)
+    const int kind = approximate ? 1 : 0;
+    int& state = mStatisticsState[kind][i];
+    if (state == 0) {
+        BandStatistics& s = mStatistics[kind][i];
+        CPLErrorReset();
+        // GDAL reads the band in blocks (or, approximately, an overview or a
+        // sample of blocks); the raster is never held in one buffer.
+        const CPLErr result = GDALComputeRasterStatistics(handle, approximate ? TRUE : FALSE, &s.minimum,
+                                                          &s.maximum, &s.mean, &s.stdDev, nullptr, nullptr);
+        state = result == CE_None ? 1 : -1;
+    }
+    if (state < 0)
         return false;
-    statistics = mStatistics[i];
+    statistics = mStatistics[kind][i];
+    return true;
+}
+
+bool TERasterProps::GetHistogram(int band, double minimum, double maximum, int bins, std::vector<double>& counts,
+                                 Accuracy accuracy) const
+{
+    QMutexLocker lock(&mMutex);
+    counts.clear();
+    GDALRasterBandH handle = Band(band);
+    if (!handle || bins <= 0 || !(maximum >= minimum))
+        return false;
+    // GDAL wants a range of some width; a band of one value lands in the
+    // first bucket.
+    const double high = maximum > minimum ? maximum : minimum + 1.0;
+    std::vector<GUIntBig> buckets(size_t(bins), 0);
+    const bool approximate = accuracy == Accuracy::ApproximateIfLarge && IsLarge();
+    CPLErrorReset();
+    if (GDALGetRasterHistogramEx(handle, minimum, high, bins, buckets.data(), TRUE, approximate ? TRUE : FALSE,
+                                 nullptr, nullptr) != CE_None)
+        return false;
+    counts.assign(buckets.begin(), buckets.end());
     return true;
 }
 

@@ -45,10 +45,25 @@ public:
     int GetDataType() const { return GetBandDataType(1); }
     int GetBandDataType(int band) const;
 
-    // Exact statistics of a band (computed once, then kept); false for a
+    // How statistics and histograms may be read: exactly, or (for a raster
+    // of more than LargePixelCount pixels) from GDAL's overviews or a sample
+    // of its blocks, so that a huge raster does not hold up its caller.
+    enum class Accuracy { Exact, ApproximateIfLarge };
+    static constexpr qint64 LargePixelCount = 4096LL * 4096LL;
+
+    // Statistics of a band, computed by GDAL once per band and accuracy and
+    // then kept (exact ones also answer approximate requests); false for a
     // band that does not exist or holds only no-data.
-    bool GetStatistics(int band, BandStatistics& statistics) const;
+    bool GetStatistics(int band, BandStatistics& statistics, Accuracy accuracy = Accuracy::Exact) const;
     bool GetStatistics(int band, double& minimum, double& maximum, double& mean, double& stdDev) const;
+
+    // Pixel counts of a band in bins equal buckets from minimum to maximum,
+    // read by GDAL without no-data pixels; values outside the range count in
+    // the end buckets. False for a band that does not exist or a bad range.
+    bool GetHistogram(int band, double minimum, double maximum, int bins, std::vector<double>& counts,
+                      Accuracy accuracy = Accuracy::Exact) const;
+    // Whether the raster has more than LargePixelCount pixels.
+    bool IsLarge() const { return qint64(mWidth) * qint64(mHeight) > LargePixelCount; }
 
     // The band's no-data value; hasNoData tells whether it has one.
     double GetNoDataValue(int band, bool* hasNoData = nullptr) const;
@@ -78,8 +93,9 @@ private:
     int mWidth = 0;
     int mHeight = 0;
     int mBandCount = 0;
-    mutable std::vector<int> mStatisticsState;  // per band: 0 unknown, 1 ok, -1 failed
-    mutable std::vector<BandStatistics> mStatistics;
+    // Per band and accuracy (exact first): 0 unknown, 1 ok, -1 failed.
+    mutable std::vector<int> mStatisticsState[2];
+    mutable std::vector<BandStatistics> mStatistics[2];
 };
 
 } // namespace TZObjects

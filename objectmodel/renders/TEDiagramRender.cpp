@@ -1,10 +1,18 @@
 #include "renders/TEDiagramRender.h"
 
 #include "data/TEFeature.h"
+#include "renders/TEDrawContext.h"
 #include "renders/TEFileFunc.h"
 
+#include <QFont>
+#include <QFontMetricsF>
 #include <QJsonArray>
+#include <QPainter>
+#include <QPainterPath>
 
+#include <ogr_api.h>
+
+#include <algorithm>
 #include <cmath>
 
 namespace TZObjects {
@@ -42,9 +50,149 @@ bool TEDiagramRender::FilterNeedsGeometry() const
     return mBackground && mBackground->FilterNeedsGeometry();
 }
 
-bool TEDiagramRender::DrawDiagram(QPainter*, TEFeature*, const QPointF&) const
+bool TEDiagramRender::DrawDiagram(QPainter*, TEFeature*, const QPointF&, const TEDrawContext&) const
 {
     return false;
+}
+
+namespace {
+
+// The point halfway along a simple line string, by its length.
+bool lineMiddle(OGRGeometryH line, QPointF& middle)
+{
+    const int count = OGR_G_GetPointCount(line);
+    if (count <= 0)
+        return false;
+    double remaining = OGR_G_Length(line) / 2.0;
+    for (int i = 1; i < count; ++i) {
+        const QPointF from(OGR_G_GetX(line, i - 1), OGR_G_GetY(line, i - 1));
+        const QPointF to(OGR_G_GetX(line, i), OGR_G_GetY(line, i));
+        const double step = std::hypot(to.x() - from.x(), to.y() - from.y());
+        if (step > 0.0 && remaining <= step) {
+            middle = from + (to - from) * (remaining / step);
+            return true;
+        }
+        remaining -= step;
+    }
+    // No length at all, or rounding left a remainder: the last vertex.
+    middle = QPointF(OGR_G_GetX(line, count - 1), OGR_G_GetY(line, count - 1));
+    return true;
+}
+
+// The part of a multi geometry that is largest by measure (length or area).
+OGRGeometryH largestPart(OGRGeometryH multi, double (*measure)(OGRGeometryH))
+{
+    OGRGeometryH largest = nullptr;
+    double largestSize = -1.0;
+    for (int i = 0; i < OGR_G_GetGeometryCount(multi); ++i) {
+        OGRGeometryH part = OGR_G_GetGeometryRef(multi, i);
+        if (!part || OGR_G_IsEmpty(part))
+            continue;
+        const double size = measure(part);
+        if (size > largestSize) {
+            largest = part;
+            largestSize = size;
+        }
+    }
+    return largest;
+}
+
+bool polygonInterior(OGRGeometryH polygon, QPointF& inside)
+{
+    OGRGeometryH point = OGR_G_PointOnSurface(polygon);
+    if (!point) {
+        // Without GEOS there is no point on surface; the centroid is the
+        // nearest stand-in (inside every convex polygon).
+        point = OGR_G_CreateGeometry(wkbPoint);
+        if (OGR_G_Centroid(polygon, point) != OGRERR_NONE) {
+            OGR_G_DestroyGeometry(point);
+            return false;
+        }
+    }
+    const bool ok = !OGR_G_IsEmpty(point);
+    if (ok)
+        inside = QPointF(OGR_G_GetX(point, 0), OGR_G_GetY(point, 0));
+    OGR_G_DestroyGeometry(point);
+    return ok;
+}
+
+} // namespace
+
+bool TEDiagramRender::GetAnchor(OGRGeometryH geometry, QPointF& mapAnchor)
+{
+    if (!geometry || OGR_G_IsEmpty(geometry))
+        return false;
+    const OGRwkbGeometryType type = wkbFlatten(OGR_G_GetGeometryType(geometry));
+    if (OGR_GT_IsNonLinear(type)) {
+        // Curves are anchored on their straight-segment approximation.
+        OGRGeometryH linear = OGR_G_GetLinearGeometry(geometry, 0.0, nullptr);
+        const bool ok = linear && !OGR_GT_IsNonLinear(wkbFlatten(OGR_G_GetGeometryType(linear)))
+                        && GetAnchor(linear, mapAnchor);
+        if (linear)
+            OGR_G_DestroyGeometry(linear);
+        return ok;
+    }
+    switch (type) {
+    case wkbPoint:
+        mapAnchor = QPointF(OGR_G_GetX(geometry, 0), OGR_G_GetY(geometry, 0));
+        return true;
+    case wkbLineString:
+        return lineMiddle(geometry, mapAnchor);
+    case wkbPolygon:
+        return polygonInterior(geometry, mapAnchor);
+    case wkbMultiLineString: {
+        OGRGeometryH longest = largestPart(geometry, OGR_G_Length);
+        return longest && lineMiddle(longest, mapAnchor);
+    }
+    case wkbMultiPolygon: {
+        OGRGeometryH largest = largestPart(geometry, OGR_G_Area);
+        return largest && polygonInterior(largest, mapAnchor);
+    }
+    case wkbMultiPoint:
+    case wkbGeometryCollection:
+        for (int i = 0; i < OGR_G_GetGeometryCount(geometry); ++i) {
+            if (GetAnchor(OGR_G_GetGeometryRef(geometry, i), mapAnchor))
+                return true;
+        }
+        return false;
+    default:
+        return false;
+    }
+}
+
+QString TEDiagramRender::LabelText(double value)
+{
+    return QString::number(value, 'g', 12);
+}
+
+void TEDiagramRender::DrawLabel(QPainter* painter, const QString& text, const QPointF& position,
+                                Qt::Alignment alignment, const TEDrawContext& context)
+{
+    if (!painter || text.isEmpty())
+        return;
+    QFont font = painter->font();
+    font.setPixelSize(std::max(1, int(std::lround(context.ToPixels(7.5, TEStyle::Point)))));
+    const QFontMetricsF metrics(font);
+    const double width = metrics.horizontalAdvance(text);
+    double x = position.x();
+    if (alignment & Qt::AlignHCenter)
+        x -= width / 2.0;
+    else if (alignment & Qt::AlignRight)
+        x -= width;
+    double baseline = position.y();
+    if (alignment & Qt::AlignVCenter)
+        baseline += (metrics.ascent() - metrics.descent()) / 2.0;
+    else if (alignment & Qt::AlignTop)
+        baseline += metrics.ascent();
+    else if (alignment & Qt::AlignBottom)
+        baseline -= metrics.descent();
+    QPainterPath path;
+    path.addText(QPointF(x, baseline), font, text);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing, true);
+    painter->strokePath(path, QPen(QColor(255, 255, 255, 220), 2.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter->fillPath(path, QColor(30, 30, 30));
+    painter->restore();
 }
 
 std::vector<double> TEDiagramRender::ItemValues(TEFeature* feature) const

@@ -1,6 +1,7 @@
 #include "renders/TEFeatureRender.h"
 
 #include "data/TEFeature.h"
+#include "renders/TEDrawContext.h"
 #include "symbology/TEStyleMultiLayer.h"
 
 #include <algorithm>
@@ -28,6 +29,11 @@ std::vector<TERefPtr<TEStyle>> TEFeatureRender::GetStyles() const
             styles.push_back(style);
     });
     return styles;
+}
+
+bool TEFeatureRender::DrawLayer(QPainter*, TEFeatureCursor*, const TEDrawContext& context) const
+{
+    return !context.IsCancelled();
 }
 
 TEStyle::StyleType TEFeatureRender::GetStyleType() const

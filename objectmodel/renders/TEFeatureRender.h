@@ -6,9 +6,13 @@
 #include <functional>
 #include <vector>
 
+class QPainter;
+
 namespace TZObjects {
 
+class TEDrawContext;
 class TEFeature;
+class TEFeatureCursor;
 
 // Base of the vector renders: picks the style each feature is drawn with and
 // carries the settings every vector render shares (symbol priority, rotation
@@ -38,6 +42,17 @@ public:
     virtual std::vector<TEString> GetUsedAttributes() const;
     // Whether choosing a style needs the feature's geometry.
     virtual bool FilterNeedsGeometry() const { return false; }
+
+    // Whether the render draws from the whole layer at once (a density
+    // surface, clusters) rather than, or besides, a style per feature. A
+    // host drawing such a render calls DrawLayer after the per-feature pass;
+    // for a diagram render DrawLayer then replaces the per-feature diagrams.
+    virtual bool DrawsWholeLayer() const { return false; }
+    // Draws from every feature the cursor gives: the host opens it on the
+    // features in view, with the fields of GetUsedAttributes() and their
+    // geometry. Polls context.IsCancelled() as it goes; returns false when
+    // cancelled or failed. The base draws nothing.
+    virtual bool DrawLayer(QPainter* painter, TEFeatureCursor* cursor, const TEDrawContext& context) const;
 
     // Every style the render holds, in render order (no empty pointers).
     std::vector<TERefPtr<TEStyle>> GetStyles() const;

@@ -1,7 +1,9 @@
 #include "renders/TEGraduatedSymbolsDiagramRender.h"
 
 #include "data/TEFeature.h"
+#include "renders/TEDrawContext.h"
 #include "renders/TEFileFunc.h"
+#include "symbology/TEStylePoint.h"
 
 #include <QJsonArray>
 
@@ -54,10 +56,22 @@ TERefPtr<TEStyle> TEGraduatedSymbolsDiagramRender::GetSymbolByFeature(TEFeature*
     return {};
 }
 
-bool TEGraduatedSymbolsDiagramRender::DrawDiagram(QPainter* painter, TEFeature* feature, const QPointF& anchor) const
+bool TEGraduatedSymbolsDiagramRender::DrawDiagram(QPainter* painter, TEFeature* feature, const QPointF& anchor,
+                                                   const TEDrawContext& context) const
 {
     const TERefPtr<TEStyle> symbol = GetSymbolByFeature(feature);
-    return painter && symbol && symbol->DrawPoint(painter, anchor);
+    if (!painter || !symbol || !symbol->DrawPoint(painter, anchor))
+        return false;
+    if (IsShowLabel()) {
+        // Beside the symbol: half its width plus a small gap to the right.
+        double half = 0.0;
+        if (const auto* point = dynamic_cast<const TEStylePoint*>(symbol.get()))
+            half = context.ToPixels(point->GetWidth(), point->GetUnits()) / 2.0;
+        const TEVariant value = feature->GetValue(mExpression);
+        DrawLabel(painter, value.ToString().toQString(), anchor + QPointF(half + 2.0, 0.0),
+                  Qt::AlignLeft | Qt::AlignVCenter, context);
+    }
+    return true;
 }
 
 void TEGraduatedSymbolsDiagramRender::save(QJsonObject& json) const

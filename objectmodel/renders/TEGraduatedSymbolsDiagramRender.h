@@ -31,8 +31,10 @@ public:
     // its value is null, not a number or in no class.
     TERefPtr<TEStyle> GetSymbolByFeature(TEFeature* feature) const;
 
-    // The feature's class symbol drawn as a point at the anchor.
-    bool DrawDiagram(QPainter* painter, TEFeature* feature, const QPointF& anchor) const override;
+    // The feature's class symbol drawn as a point at the anchor (its size
+    // in the symbol's own units); the label gives the field's value.
+    bool DrawDiagram(QPainter* painter, TEFeature* feature, const QPointF& anchor,
+                     const TEDrawContext& context) const override;
 
     void save(QJsonObject& json) const override;
     bool open(const QJsonObject& json, TEString* error = nullptr) override;

@@ -22,8 +22,9 @@ public:
 
     double GetRadius() const { return mRadius; }
     void SetRadius(double radius) { mRadius = radius; }
-    // Unit of the radius: 0 point, 1 millimetre, 2 centimetre, 3 inch, other
-    // values map units.
+    // Unit of the radius (TEStyle::Units, converted by
+    // TEDrawContext::ToPixels): 0 point, 1 millimetre, 2 centimetre, 3 inch,
+    // other values pixels.
     int GetRadiusUnitType() const { return mRadiusUnitType; }
     void SetRadiusUnitType(int unit) { mRadiusUnitType = unit; }
     // Density mapped to the top of the ramp; 0 uses the largest density.

@@ -1,5 +1,7 @@
 #include "renders/TEHistogramDiagramRender.h"
 
+#include "renders/TEDrawContext.h"
+
 #include <QPainter>
 #include <QPainterPath>
 
@@ -7,19 +9,19 @@
 
 namespace TZObjects {
 
-bool TEHistogramDiagramRender::DrawDiagram(QPainter* painter, TEFeature* feature, const QPointF& anchor) const
+bool TEHistogramDiagramRender::DrawDiagram(QPainter* painter, TEFeature* feature, const QPointF& anchor,
+                                           const TEDrawContext& context) const
 {
     const std::vector<double> values = ItemValues(feature);
     const double largest = values.empty() ? 0.0 : *std::max_element(values.begin(), values.end());
     if (!painter || largest <= 0.0)
         return false;
-    // The width's unit type counts points as 0; styles count them as 4.
-    const int units = mUnitType == 0 ? TEStyle::Point : mUnitType;
-    const double width = TEStyle::SizeToPixels(mWidth, units, TEStyle::DeviceDpi(painter));
+    const double width = context.ToPixels(mWidth, mUnitType);
+    const double maxLength = context.ToPixels(mMaxHeight, TEStyle::Point);
     const double spread = width * double(values.size());
     for (size_t i = 0; i < values.size(); ++i) {
         const TERefPtr<TEStyle> style = GetItems()[i]->GetStyle();
-        const double length = values[i] / largest * mMaxHeight;
+        const double length = values[i] / largest * maxLength;
         if (!style || length <= 0.0)
             continue;
         const double offset = double(i) * width - spread / 2.0;
@@ -28,6 +30,18 @@ bool TEHistogramDiagramRender::DrawDiagram(QPainter* painter, TEFeature* feature
         QPainterPath path;
         path.addRect(bar);
         style->DrawPolygon(painter, path);
+    }
+    if (IsShowLabel()) {
+        for (size_t i = 0; i < values.size(); ++i) {
+            const double length = values[i] / largest * maxLength;
+            const double middle = double(i) * width + width / 2.0 - spread / 2.0;
+            if (mVertical)
+                DrawLabel(painter, LabelText(values[i]), QPointF(anchor.x() + middle, anchor.y() - length - 1.0),
+                          Qt::AlignHCenter | Qt::AlignBottom, context);
+            else
+                DrawLabel(painter, LabelText(values[i]), QPointF(anchor.x() + length + 2.0, anchor.y() + middle),
+                          Qt::AlignLeft | Qt::AlignVCenter, context);
+        }
     }
     return true;
 }

@@ -16,15 +16,18 @@ public:
     void SetWidth(double width) { mWidth = width; }
     int GetMaxHeight() const { return mMaxHeight; }
     void setMaxHeight(int height) { mMaxHeight = height; }
-    // 0 point, 1 millimetre, 2 centimetre, 3 inch.
+    // Unit of the width (TEStyle::Units): 0 point, 1 millimetre, 2
+    // centimetre, 3 inch.
     int getUnitType() const { return mUnitType; }
     void setUnitType(int unit) { mUnitType = unit; }
     bool IsVerticalDirection() const { return mVertical; }
     void SetVerticalDirection(bool vertical) { mVertical = vertical; }
 
-    // Bars side by side, the largest value max height pixels long; vertical
-    // bars grow up from the anchor, horizontal ones right.
-    bool DrawDiagram(QPainter* painter, TEFeature* feature, const QPointF& anchor) const override;
+    // Bars side by side, centred across the anchor, the largest value max
+    // height points long; vertical bars grow up from the anchor, horizontal
+    // ones right. Labels stand at the bars' ends.
+    bool DrawDiagram(QPainter* painter, TEFeature* feature, const QPointF& anchor,
+                     const TEDrawContext& context) const override;
 
     void save(QJsonObject& json) const override;
     bool open(const QJsonObject& json, TEString* error = nullptr) override;

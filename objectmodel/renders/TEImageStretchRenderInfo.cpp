@@ -30,20 +30,22 @@ TERefPtr<TEImageRenderInfo> TEImageStretchRenderInfo::Clone() const
 
 bool TEImageStretchRenderInfo::AddFromRaster(TERasterProps* raster, int band, TEString* error)
 {
+    return AddFromRaster(raster, band, TERasterProps::Accuracy::Exact, error);
+}
+
+bool TEImageStretchRenderInfo::AddFromRaster(TERasterProps* raster, int band, TERasterProps::Accuracy accuracy,
+                                             TEString* error)
+{
     TERasterProps::BandStatistics statistics;
-    if (!raster || !raster->GetStatistics(band, statistics)) {
+    if (!raster || !raster->GetStatistics(band, statistics, accuracy)) {
         SetError(error, QStringLiteral("Band %1 has no statistics").arg(band));
         return false;
     }
-    std::vector<double> histogram(HistogramBins, 0.0);
-    const double span = statistics.maximum - statistics.minimum;
-    const bool read = ForEachValue(raster, band, [&](double value) {
-        int bin = span > 0.0 ? int((value - statistics.minimum) / span * HistogramBins) : 0;
-        histogram[size_t(std::clamp(bin, 0, HistogramBins - 1))] += 1.0;
-        return true;
-    }, error);
-    if (!read)
+    std::vector<double> histogram;
+    if (!raster->GetHistogram(band, statistics.minimum, statistics.maximum, HistogramBins, histogram, accuracy)) {
+        SetError(error, QStringLiteral("Band %1 does not read").arg(band));
         return false;
+    }
     mMinimum = statistics.minimum;
     mMaximum = statistics.maximum;
     mMeanValue = statistics.mean;
@@ -124,11 +126,16 @@ void TEImageStretchRenderInfo::GetStretchRange(double& low, double& high) const
 
 QRgb TEImageStretchRenderInfo::ColorOf(double value) const
 {
-    if (mColors.empty() || std::isnan(value))
-        return 0;
     double low = 0.0;
     double high = 0.0;
     GetStretchRange(low, high);
+    return ColorIn(value, low, high);
+}
+
+QRgb TEImageStretchRenderInfo::ColorIn(double value, double low, double high) const
+{
+    if (mColors.empty() || std::isnan(value))
+        return 0;
     double t = high > low ? (value - low) / (high - low) : (value <= low ? 0.0 : 1.0);
     t = std::clamp(t, 0.0, 1.0);
     const size_t index = size_t(std::lround(t * double(mColors.size() - 1)));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "data/TERasterProps.h"
 #include "renders/TEImageRenderInfo.h"
 
 #include <vector>
@@ -23,8 +24,11 @@ public:
     int GetRenderMode() const override { return 1; }
     TERefPtr<TEImageRenderInfo> Clone() const override;
     // Reads the band's minimum, maximum, mean and standard deviation and its
-    // histogram (for percent clip), and sets a grey ramp of 256 colours.
+    // histogram (for percent clip), exactly, and sets a grey ramp of 256
+    // colours (a min-max stretch).
     bool AddFromRaster(TERasterProps* raster, int band, TEString* error = nullptr) override;
+    // The same, with statistics and histogram as accurate as asked.
+    bool AddFromRaster(TERasterProps* raster, int band, TERasterProps::Accuracy accuracy, TEString* error = nullptr);
     int GetItemCount() const override { return int(mColors.size()); }
     QRgb ColorOf(double value) const override;
 
@@ -51,6 +55,9 @@ public:
 
     // The band values mapped to the first and the last colour.
     void GetStretchRange(double& low, double& high) const;
+    // Colour of a value for a stretch range worked out beforehand (what
+    // ColorOf does, without working the range out again for every pixel).
+    QRgb ColorIn(double value, double low, double high) const;
 
     void save(QJsonObject& json) const override;
     bool open(const QJsonObject& json, TEString* error = nullptr) override;

@@ -1,24 +1,29 @@
 #include "renders/TEPieDiagramRender.h"
 
+#include "renders/TEDrawContext.h"
+
 #include <QPainter>
 #include <QPainterPath>
 
+#include <cmath>
 #include <numeric>
 
 namespace TZObjects {
 
-bool TEPieDiagramRender::DrawDiagram(QPainter* painter, TEFeature* feature, const QPointF& anchor) const
+bool TEPieDiagramRender::DrawDiagram(QPainter* painter, TEFeature* feature, const QPointF& anchor,
+                                     const TEDrawContext& context) const
 {
     const std::vector<double> values = ItemValues(feature);
     const double total = std::accumulate(values.begin(), values.end(), 0.0);
-    if (!painter || total <= 0.0 || mRadius <= 0)
+    const double radius = context.ToPixels(mRadius, TEStyle::Point);
+    if (!painter || total <= 0.0 || radius <= 0.0)
         return false;
-    const QRectF circle(anchor.x() - mRadius, anchor.y() - mRadius, 2.0 * mRadius, 2.0 * mRadius);
+    const QRectF circle(anchor.x() - radius, anchor.y() - radius, 2.0 * radius, 2.0 * radius);
     if (mShowShadow && mShadowThickness > 0.0) {
         painter->save();
         painter->setPen(Qt::NoPen);
         painter->setBrush(QColor(0, 0, 0, 80));
-        const double offset = mShadowThickness * mRadius;
+        const double offset = mShadowThickness * radius;
         painter->drawEllipse(circle.translated(offset, offset));
         painter->restore();
     }
@@ -27,12 +32,42 @@ bool TEPieDiagramRender::DrawDiagram(QPainter* painter, TEFeature* feature, cons
         const TERefPtr<TEStyle> style = GetItems()[i]->GetStyle();
         const double span = 360.0 * values[i] / total;
         if (style && span > 0.0) {
-            QPainterPath slice(anchor);
-            slice.arcTo(circle, start, -span);
-            slice.closeSubpath();
-            style->DrawPolygon(painter, slice);
+            if (span >= 360.0) {
+                // A lone slice is the whole disc; an arc of 360 degrees
+                // would leave a seam from the centre.
+                QPainterPath disc;
+                disc.addEllipse(circle);
+                style->DrawPolygon(painter, disc);
+            } else {
+                QPainterPath slice(anchor);
+                slice.arcTo(circle, start, -span);
+                slice.closeSubpath();
+                style->DrawPolygon(painter, slice);
+            }
         }
         start -= span;
+    }
+    if (IsShowLabel()) {
+        start = 90.0;
+        for (const double value : values) {
+            const double span = 360.0 * value / total;
+            if (span > 0.0) {
+                // Just outside the rim, on the middle of the slice, so that
+                // the text leans away from the disc on every side.
+                const double middle = (start - span / 2.0) * M_PI / 180.0;
+                const QPointF direction(std::cos(middle), -std::sin(middle));
+                const QPointF at = anchor + direction * (radius + 2.0);
+                Qt::Alignment alignment = Qt::AlignVCenter;
+                if (direction.x() > 0.35)
+                    alignment |= Qt::AlignLeft;
+                else if (direction.x() < -0.35)
+                    alignment |= Qt::AlignRight;
+                else
+                    alignment = Qt::AlignHCenter | (direction.y() < 0.0 ? Qt::AlignBottom : Qt::AlignTop);
+                DrawLabel(painter, LabelText(value), at, alignment, context);
+            }
+            start -= span;
+        }
     }
     return true;
 }

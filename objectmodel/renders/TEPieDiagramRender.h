@@ -11,6 +11,7 @@ public:
     TEString GetType() const override { return L"PieDiagram"; }
     TERefPtr<TEFeatureRender> Clone() const override;
 
+    // In typographic points.
     int GetRadius() const { return mRadius; }
     void SetRadius(int radius) { mRadius = radius; }
     bool IsShowShadow() const { return mShowShadow; }
@@ -19,8 +20,10 @@ public:
     void SetShadowThickness(double thickness) { mShadowThickness = thickness; }
 
     // Slices in item order, clockwise from twelve o'clock, each as large as
-    // its share of the item values; radius in pixels.
-    bool DrawDiagram(QPainter* painter, TEFeature* feature, const QPointF& anchor) const override;
+    // its share of the item values, centred on the anchor; the radius counts
+    // typographic points. Labels stand just outside the middle of their slice.
+    bool DrawDiagram(QPainter* painter, TEFeature* feature, const QPointF& anchor,
+                     const TEDrawContext& context) const override;
 
     void save(QJsonObject& json) const override;
     bool open(const QJsonObject& json, TEString* error = nullptr) override;

@@ -1,5 +1,7 @@
 #include "renders/TEStackDiagramRender.h"
 
+#include "renders/TEDrawContext.h"
+
 #include <QPainter>
 #include <QPainterPath>
 
@@ -7,21 +9,27 @@
 
 namespace TZObjects {
 
-bool TEStackDiagramRender::DrawDiagram(QPainter* painter, TEFeature* feature, const QPointF& anchor) const
+bool TEStackDiagramRender::DrawDiagram(QPainter* painter, TEFeature* feature, const QPointF& anchor,
+                                       const TEDrawContext& context) const
 {
     const std::vector<double> values = ItemValues(feature);
     const double total = std::accumulate(values.begin(), values.end(), 0.0);
-    if (!painter || total <= 0.0 || mWidth <= 0)
+    const double width = context.ToPixels(mWidth, TEStyle::Point);
+    const double height = context.ToPixels(mMaxHeight, TEStyle::Point);
+    if (!painter || total <= 0.0 || width <= 0.0)
         return false;
     double bottom = anchor.y();
     for (size_t i = 0; i < values.size(); ++i) {
         const TERefPtr<TEStyle> style = GetItems()[i]->GetStyle();
-        const double length = values[i] / total * mMaxHeight;
+        const double length = values[i] / total * height;
         if (style && length > 0.0) {
             QPainterPath path;
-            path.addRect(QRectF(anchor.x() - mWidth / 2.0, bottom - length, mWidth, length));
+            path.addRect(QRectF(anchor.x() - width / 2.0, bottom - length, width, length));
             style->DrawPolygon(painter, path);
         }
+        if (IsShowLabel() && values[i] > 0.0)
+            DrawLabel(painter, LabelText(values[i]), QPointF(anchor.x() + width / 2.0 + 2.0, bottom - length / 2.0),
+                      Qt::AlignLeft | Qt::AlignVCenter, context);
         bottom -= length;
     }
     return true;

@@ -16,9 +16,11 @@ public:
     int GetMaxHeight() const { return mMaxHeight; }
     void SetMaxHeight(int height) { mMaxHeight = height; }
 
-    // One bar of the given width and max height pixels, its segments in
-    // item order from the bottom, each as long as its share of the values.
-    bool DrawDiagram(QPainter* painter, TEFeature* feature, const QPointF& anchor) const override;
+    // One bar standing on the anchor, width and max height in points, its
+    // segments in item order from the bottom, each as long as its share of
+    // the values. Labels stand right of their segments.
+    bool DrawDiagram(QPainter* painter, TEFeature* feature, const QPointF& anchor,
+                     const TEDrawContext& context) const override;
 
     void save(QJsonObject& json) const override;
     bool open(const QJsonObject& json, TEString* error = nullptr) override;

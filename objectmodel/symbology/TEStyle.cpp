@@ -68,7 +68,8 @@ double TEStyle::SizeToPixels(double size, int units, double dpi)
     case Millimeter: return size * dpi / 25.4;
     case Centimeter: return size * dpi / 2.54;
     case Inch: return size * dpi;
-    case Point: return size * dpi / 72.0;
+    case Point:
+    case TypographicPoint: return size * dpi / 72.0;
     default: return size;
     }
 }

@@ -77,15 +77,18 @@ public:
         StyleClassCount
     };
 
-    // Units of sizes and widths: 1 millimetre, 2 centimetre, 3 inch,
-    // 4 point; any other value means device pixels.
+    // Units of sizes and widths, the codes every unit combo of the panels
+    // stores: 0 typographic point (1/72 inch), 1 millimetre, 2 centimetre,
+    // 3 inch. 4 is an older code for points and draws as 0 does; any other
+    // code means device pixels (Pixel is the one to write).
     enum Units
     {
-        Pixel = 0,
+        Point = 0,
         Millimeter = 1,
         Centimeter = 2,
         Inch = 3,
-        Point = 4,
+        TypographicPoint = 4,
+        Pixel = 5,
     };
 
     ~TEStyle() override = default;
@@ -102,7 +105,8 @@ public:
     // InvalidStyle when the name is unknown.
     static StyleClass StyleClassFromName(const QString& name);
 
-    // Converts a size in the given units to device pixels at dpi.
+    // Converts a size in the given units to device pixels at dpi: the one
+    // conversion used by styles, diagrams, heat map radii and dot sizes.
     static double SizeToPixels(double size, int units, double dpi);
     // The logical DPI of the painter's device (96 without a device).
     static double DeviceDpi(const QPainter* painter);

@@ -25,7 +25,8 @@ QString unitSuffix(int units)
     case TEStyle::Millimeter: return QStringLiteral(" mm");
     case TEStyle::Centimeter: return QStringLiteral(" cm");
     case TEStyle::Inch: return QStringLiteral(" in");
-    case TEStyle::Point: return QStringLiteral(" pt");
+    case TEStyle::Point:
+    case TEStyle::TypographicPoint: return QStringLiteral(" pt");
     default: return QStringLiteral(" px");
     }
 }

@@ -22,7 +22,8 @@ namespace {
 const QSize PriorityIconSize(32, 32);
 const QSize UnmeasuredPointSize(16, 16);
 
-// A length in style units as screen pixels.
+// A length in style units as screen pixels, by the preview's own factors:
+// only code 4 counts as points here, code 0 (and any other) as pixels.
 double unitsToPixels(double value, int units)
 {
     switch (units) {
@@ -32,7 +33,7 @@ double unitsToPixels(double value, int units)
         return value / 0.0265;
     case TEStyle::Inch:
         return value / 0.0104;
-    case TEStyle::Point:
+    case TEStyle::TypographicPoint:
         return value / 0.7498;
     default:
         return value;

@@ -5,7 +5,6 @@
 #include "TZLayerDrawer.h"
 
 #include "data/TEFeatureLayer.h"
-#include "data/TERasterLayer.h"
 #include "renders/TECategorizedSymbolRender.h"
 #include "renders/TESingleSymbolRender.h"
 #include "symbology/TEStyleSimpleFill.h"
@@ -55,10 +54,6 @@ private Q_SLOTS:
         QVERIFY(mDir.isValid());
         mVectors = AppFixture::writeVectors(mDir.path());
         QVERIFY(!mVectors.isEmpty());
-        mGrey = AppFixture::writeGreyRaster(mDir.path());
-        QVERIFY(!mGrey.isEmpty());
-        mPalette = AppFixture::writePalettedRaster(mDir.path());
-        QVERIFY(!mPalette.isEmpty());
     }
 
     void singleSymbolFillsThePolygonsInside()
@@ -126,7 +121,7 @@ private Q_SLOTS:
         QCOMPARE(AppFixture::colorAt(image, view, {50, 65}), QColor(Qt::white));
     }
 
-    void layerWithoutRenderIsDrawnInItsDefaultStyle()
+    void openedLayerIsDrawnWithItsDefaultSymbol()
     {
         TERefPtr<TEFeatureLayer> squares = openSquares();
         const TZMapViewport view = AppFixture::squaresViewport();
@@ -134,33 +129,6 @@ private Q_SLOTS:
         const TEColor color = squares->GetDefaultStyle()->GetColor();
         const QColor expected(color.getR(), color.getG(), color.getB());
         QCOMPARE(AppFixture::colorAt(image, view, {50, 50}).rgb(), expected.rgb());
-    }
-
-    void greyRasterIsStretchedAndNoDataLeftClear()
-    {
-        TERefPtr<TERasterLayer> grey = TERasterLayer::Open(mGrey);
-        QVERIFY(grey);
-        const TZMapViewport view(QSize(100, 100), QPointF(50, 50), 1.0);
-        const QImage image = drawLayer(grey.get(), view);
-        const QColor low = AppFixture::colorAt(image, view, {15, 95});   // value 1
-        const QColor high = AppFixture::colorAt(image, view, {95, 5});  // value 99
-        QCOMPARE(low.red(), low.blue());
-        QVERIFY2(low.red() < 30, qPrintable(low.name()));
-        QVERIFY2(high.red() > 225, qPrintable(high.name()));
-        const QColor middle = AppFixture::colorAt(image, view, {55, 45});  // value 55
-        QVERIFY(middle.red() > low.red() && middle.red() < high.red());
-        // No-data shows what lies below: the white background.
-        QCOMPARE(AppFixture::colorAt(image, view, {5, 95}), QColor(Qt::white));
-    }
-
-    void palettedRasterUsesItsColourTable()
-    {
-        TERefPtr<TERasterLayer> paletted = TERasterLayer::Open(mPalette);
-        QVERIFY(paletted);
-        const TZMapViewport view = AppFixture::squaresViewport();
-        const QImage image = drawLayer(paletted.get(), view);
-        QCOMPARE(AppFixture::colorAt(image, view, {50, 50}), QColor(Qt::red));
-        QCOMPARE(AppFixture::colorAt(image, view, {150, 50}), QColor(Qt::blue));
     }
 
     void viewportOutsideTheDataDrawsNothing()
@@ -183,8 +151,6 @@ private:
 
     QTemporaryDir mDir;
     QString mVectors;
-    QString mGrey;
-    QString mPalette;
 };
 
 TZ_REGISTER_TEST(TestLayerDrawing)

@@ -66,6 +66,8 @@ private Q_SLOTS:
         composite->setImageRenderMODE(8);
         composite->SetStretchBandIndex(1);
         grey->SetRender(composite);
+        // "Not to render" leaves a layer without a render; so it stays.
+        plain->SetSymbolRender({});
 
         const std::vector<TZMapProject::LayerState> saved = {
             {spots, true}, {squares, false}, {plain, true}, {grey, true}};
@@ -127,6 +129,42 @@ private Q_SLOTS:
         QCOMPARE(opened[0].layer->GetLayerName().toQString(), QStringLiteral("squares"));
         QCOMPARE(warnings.size(), 1);
         QVERIFY(warnings[0].contains(QStringLiteral("spots")));
+    }
+
+    void renderMissingFromAnEntryOpensTheDefault_data()
+    {
+        QTest::addColumn<int>("version");
+        QTest::addColumn<QString>("renderMember");
+        QTest::addColumn<bool>("rendered");
+        QTest::newRow("no member, version 1") << 1 << QString() << true;
+        QTest::newRow("no member, version 2") << 2 << QString() << true;
+        // Version 1 wrote null for a layer not given a render yet, which it
+        // drew in a default style; version 2 writes it for "Not to render".
+        QTest::newRow("null, version 1") << 1 << QStringLiteral(", \"render\": null") << true;
+        QTest::newRow("null, version 2") << 2 << QStringLiteral(", \"render\": null") << false;
+    }
+    void renderMissingFromAnEntryOpensTheDefault()
+    {
+        QFETCH(int, version);
+        QFETCH(QString, renderMember);
+        QFETCH(bool, rendered);
+        const QString path = mDir.filePath(QStringLiteral("older.tzmap"));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(QStringLiteral("{\"application\": \"tzmap\", \"version\": %1, \"layers\": ["
+                                  "{\"kind\": \"feature\", \"source\": \"fixture.gpkg\", \"layer\": \"squares\"%2},"
+                                  "{\"kind\": \"raster\", \"source\": \"grey.tif\"%2}]}")
+                       .arg(version).arg(renderMember).toUtf8());
+        file.close();
+        std::vector<TZMapProject::LayerState> opened;
+        TZMapViewport view;
+        QStringList warnings;
+        QString error;
+        QVERIFY2(TZMapProject::open(path, opened, view, &warnings, &error), qPrintable(error));
+        QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join('\n')));
+        QCOMPARE(opened.size(), std::size_t(2));
+        QCOMPARE(bool(opened[0].layer->GetRender().cast<TESingleSymbolRender>()), rendered);
+        QCOMPARE(bool(opened[1].layer->GetRender()), rendered);
     }
 
     void fileThatIsNoProjectIsRefused_data()

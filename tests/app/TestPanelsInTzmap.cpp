@@ -20,6 +20,7 @@
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QToolButton>
+#include <QTreeWidgetItem>
 
 using namespace TZObjects;
 
@@ -101,6 +102,33 @@ private Q_SLOTS:
         QVERIFY(mDir.isValid());
         mVectors = AppFixture::writeVectors(mDir.path());
         QVERIFY(!mVectors.isEmpty());
+    }
+
+    void openedLayerShowsItsSingleSymbolAndNotToRenderTakesItOffTheMap()
+    {
+        TZMapWindow window;
+        TEFeatureLayer* squares = openSquares(window);
+        QVERIFY(squares);
+        TZMapCanvas* canvas = window.canvas();
+        TZControlRender* dock = TZControlRender::instance(nullptr);
+        QComboBox* styles = child<QComboBox>(dock, "mComboBoxRenderStyle");
+        QCOMPARE(styles->currentText(), QStringLiteral("Single symbol"));
+        const auto render = squares->GetSymbolRender().cast<TESingleSymbolRender>();
+        QVERIFY(render);
+        QCOMPARE(pixel(canvas, InForest), colorOf(render->GetStyle().get()));
+
+        styles->setCurrentIndex(0);
+        QCOMPARE(styles->currentText(), QStringLiteral("Not to render"));
+        clickDockButton(dock, QDialogButtonBox::Apply);
+        QVERIFY(!squares->GetRender());
+        waitForDrawing(canvas);
+        const QColor empty = canvas->palette().color(QPalette::Base);
+        QCOMPARE(pixel(canvas, InForest), empty);
+        QCOMPARE(pixel(canvas, InWater), empty);
+        QTreeWidgetItem* item = window.layerTree()->itemOf(squares->GetGuidStr().toQString());
+        QCOMPARE(item->childCount(), 1);
+        QCOMPARE(item->child(0)->text(0), QStringLiteral("Not rendered"));
+        window.setWindowModified(false);
     }
 
     void singleSymbolChosenInTheSelectorDrawsThePolygons()

@@ -116,7 +116,6 @@ private Q_SLOTS:
         QCOMPARE(points->GetDefaultStyle()->GetStyleType(), TEStyle::PointStyle);
         QCOMPARE(lines->GetDefaultStyle()->GetStyleType(), TEStyle::LineStyle);
         QCOMPARE(areas->GetDefaultStyle()->GetStyleType(), TEStyle::FillStyle);
-        QVERIFY(!points->GetRender());
     }
 
     void geoJsonAndCsvOpen()

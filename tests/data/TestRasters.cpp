@@ -61,7 +61,6 @@ private Q_SLOTS:
         QCOMPARE(rgb->GetLayerType(), TELayer::LT_MultiBandRaster);
         QCOMPARE(rgb->GetRaster()->GetBandCount(), 3);
         QCOMPARE(rgb->GetRaster()->GetDataType(), int(GDT_Int16));
-        QVERIFY(!rgb->GetRender());
 
         QVERIFY(!TERasterLayer::Open(mDir.filePath(QStringLiteral("missing.tif")), &error));
         QVERIFY(error.contains(QLatin1String("missing.tif")));

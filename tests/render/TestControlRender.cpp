@@ -3,6 +3,7 @@
 
 #include "TZControlRender.h"
 
+#include "data/TEFeatureLayer.h"
 #include "data/TEMemoryFeatureLayer.h"
 #include "data/TERasterDirLayer.h"
 #include "data/TERasterLayer.h"
@@ -14,6 +15,7 @@
 
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QFile>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QPointer>
@@ -210,6 +212,23 @@ TERefPtr<TEFeatureLayer> showKeyedLayer(TZControlRender& dock, TELayer::LayerTyp
     return layer;
 }
 
+// Writes a one-band GeoTIFF with a colour table.
+bool writePaletted(const QString& path)
+{
+    GDALAllRegister();
+    GDALDatasetH dataset = GDALCreate(GDALGetDriverByName("GTiff"), path.toUtf8().constData(), 4, 4, 1, GDT_Byte,
+                                      nullptr);
+    if (!dataset)
+        return false;
+    GDALColorTableH table = GDALCreateColorTable(GPI_RGB);
+    const GDALColorEntry red{255, 0, 0, 255};
+    GDALSetColorEntry(table, 0, &red);
+    const bool set = GDALSetRasterColorTable(GDALGetRasterBand(dataset, 1), table) == CE_None;
+    GDALDestroyColorTable(table);
+    GDALClose(dataset);
+    return set;
+}
+
 // A GeoTIFF of bands bands whose image render is in mode.
 TERefPtr<TERasterLayer> rasterInMode(const QString& path, int bands, int mode)
 {
@@ -239,6 +258,14 @@ private Q_SLOTS:
         QVERIFY(mRasterDir.isValid());
         QDir().mkpath(mRasterDir.filePath(QStringLiteral("mosaic")));
         writeRaster(mRasterDir.filePath(QStringLiteral("mosaic/tile.tif")), 1);
+        writeRaster(mRasterDir.filePath(QStringLiteral("grey.tif")), 1);
+        writeRaster(mRasterDir.filePath(QStringLiteral("rgb.tif")), 3);
+        writeRaster(mRasterDir.filePath(QStringLiteral("rgbn.tif")), 4);
+        QVERIFY(writePaletted(mRasterDir.filePath(QStringLiteral("palette.tif"))));
+        QFile polygons(mRasterDir.filePath(QStringLiteral("polygons.geojson")));
+        QVERIFY(polygons.open(QIODevice::WriteOnly));
+        polygons.write(R"({"type": "FeatureCollection", "features": [{"type": "Feature", "properties": {},
+            "geometry": {"type": "Polygon", "coordinates": [[[0, 0], [1, 0], [1, 1], [0, 0]]]}}]})");
     }
 
     void newDockOffersOnlyNotToRenderOnTheNoRenderPage()
@@ -428,6 +455,7 @@ private Q_SLOTS:
         TERefPtr<TERasterDirLayer> layer = TERasterDirLayer::Open(mRasterDir.filePath(QStringLiteral("mosaic")));
         QVERIFY(layer);
         dock.setLayer(layer.get());
+        layer->SetRender({});
         dock.showLayerStyle();
         QCOMPARE(dock.tabs()->currentWidget(), dock.noRenderPage());
 
@@ -441,6 +469,40 @@ private Q_SLOTS:
         layer->SetRender(MakeRef<TEMultiBandImageRender>());
         dock.showLayerStyle();
         QCOMPARE(dock.tabs()->currentWidget(), dock.panels.value(QStringLiteral("ImageRGBComposite")).data());
+    }
+
+    void freshlyOpenedLayerSelectsThePageOfItsDefaultRender_data()
+    {
+        QTest::addColumn<QString>("source");
+        QTest::addColumn<QString>("key");
+        QTest::newRow("grey band") << QStringLiteral("grey.tif") << QStringLiteral("ImageStretch");
+        QTest::newRow("colour table") << QStringLiteral("palette.tif") << QStringLiteral("ImageColormap");
+        QTest::newRow("three bands") << QStringLiteral("rgb.tif") << QStringLiteral("ImageRGBComposite");
+        QTest::newRow("four bands") << QStringLiteral("rgbn.tif") << QStringLiteral("ImageRGBComposite");
+        QTest::newRow("raster directory") << QStringLiteral("mosaic") << QStringLiteral("ImageStretch");
+        QTest::newRow("polygons") << QStringLiteral("polygons.geojson") << QStringLiteral("SingleSymbol");
+    }
+    void freshlyOpenedLayerSelectsThePageOfItsDefaultRender()
+    {
+        QFETCH(QString, source);
+        QFETCH(QString, key);
+        const QString path = mRasterDir.filePath(source);
+        TERefPtr<TELayer> layer;
+        if (source == QLatin1String("mosaic"))
+            layer = TERasterDirLayer::Open(path);
+        else if (source.endsWith(QLatin1String(".geojson")))
+            layer = TEFeatureLayer::Open(path);
+        else
+            layer = TERasterLayer::Open(path);
+        QVERIFY(layer);
+        TestDock dock;
+        dock.addCatalog();
+        dock.setLayer(layer.get());
+        dock.showLayerStyle();
+        TZRenderPanel* panel = dock.panels.value(key);
+        QVERIFY(panel);
+        QCOMPARE(dock.tabs()->currentWidget(), panel);
+        QCOMPARE(dock.combo()->currentText(), panel->title());
     }
 
     void choosingAnEntrySwitchesThePageAndResetsIt()

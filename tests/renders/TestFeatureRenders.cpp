@@ -3,6 +3,7 @@
 #include "RenderFixtures.h"
 
 #include "renders/TECategorizedByManyFieldsSymbolRender.h"
+#include "renders/TEDrawContext.h"
 #include "renders/TEFileFunc.h"
 #include "renders/TEFourColorTheoremRender.h"
 #include "renders/TEGradingSymbolRender.h"
@@ -323,6 +324,9 @@ private Q_SLOTS:
         a.pop = 3;
         a.code = 1;
         TERefPtr<TEFeature> feature = MakeFeature(a);
+        // At 72 DPI a point is a pixel.
+        TEDrawContext context;
+        context.dpi = 72.0;
 
         TEPieDiagramRender pie;
         pie.AddItem(L"pop", L"", fill(255, 0, 0));
@@ -332,7 +336,7 @@ private Q_SLOTS:
         image.fill(Qt::white);
         {
             QPainter painter(&image);
-            QVERIFY(pie.DrawDiagram(&painter, feature.get(), QPointF(50, 50)));
+            QVERIFY(pie.DrawDiagram(&painter, feature.get(), QPointF(50, 50), context));
         }
         QCOMPARE(image.pixel(30, 30), qRgb(0, 0, 255));
         QCOMPARE(image.pixel(70, 70), qRgb(255, 0, 0));
@@ -348,14 +352,14 @@ private Q_SLOTS:
         image.fill(Qt::white);
         {
             QPainter painter(&image);
-            QVERIFY(stack.DrawDiagram(&painter, feature.get(), QPointF(50, 90)));
+            QVERIFY(stack.DrawDiagram(&painter, feature.get(), QPointF(50, 90), context));
         }
         QCOMPARE(image.pixel(50, 60), qRgb(255, 0, 0));
         QCOMPARE(image.pixel(50, 20), qRgb(0, 0, 255));
         QCOMPARE(image.pixel(50, 5), qRgb(255, 255, 255));
 
         Attributes empty;
-        QVERIFY(!stack.DrawDiagram(nullptr, MakeFeature(empty).get(), QPointF()));
+        QVERIFY(!stack.DrawDiagram(nullptr, MakeFeature(empty).get(), QPointF(), context));
     }
 
     void replaceStyleSwapsEverySlotHoldingIt()

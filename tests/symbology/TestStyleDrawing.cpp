@@ -251,6 +251,47 @@ private Q_SLOTS:
         // The zigzag starts at the lower left of its inset rectangle.
         QCOMPARE(pixel(image, 8, 92), kGreen);
     }
+
+    // The unit codes the panels store, measured on a drawn line: the ink
+    // summed down one column of an antialiased horizontal line is its width.
+    void lineWidthFollowsItsUnitCode_data()
+    {
+        QTest::addColumn<int>("units");
+        QTest::addColumn<double>("width");
+        QTest::addColumn<int>("dpi");
+        QTest::addColumn<double>("pixels");
+        QTest::newRow("1 mm at 96 dpi") << 1 << 1.0 << 96 << 96.0 / 25.4;
+        QTest::newRow("\"Point\" (0) at 96 dpi") << 0 << 1.0 << 96 << 96.0 / 72.0;
+        QTest::newRow("older point code 4") << 4 << 1.0 << 96 << 96.0 / 72.0;
+        QTest::newRow("points at 192 dpi") << 0 << 3.0 << 192 << 8.0;
+        QTest::newRow("0.1 cm") << 2 << 0.1 << 96 << 96.0 / 25.4;
+        QTest::newRow("0.05 inch") << 3 << 0.05 << 96 << 4.8;
+        QTest::newRow("pixels") << int(TEStyle::Pixel) << 3.0 << 96 << 3.0;
+    }
+
+    void lineWidthFollowsItsUnitCode()
+    {
+        QFETCH(int, units);
+        QFETCH(double, width);
+        QFETCH(int, dpi);
+        QFETCH(double, pixels);
+        auto line = MakeRef<TEStyleSimpleLine>();
+        line->SetColor(TEColor(0, 0, 0));
+        line->SetUnits(units);
+        line->SetWidth(width);
+        QImage image = whiteImage();
+        image.setDotsPerMeterX(qRound(dpi / 0.0254));
+        image.setDotsPerMeterY(qRound(dpi / 0.0254));
+        {
+            QPainter painter(&image);
+            painter.setRenderHint(QPainter::Antialiasing, true);
+            QVERIFY(line->DrawLine(&painter, QPolygonF(QVector<QPointF>{QPointF(10, 50.3), QPointF(90, 50.3)})));
+        }
+        double ink = 0.0;
+        for (int y = 0; y < image.height(); ++y)
+            ink += (255 - qGray(image.pixel(50, y))) / 255.0;
+        QVERIFY2(qAbs(ink - pixels) < 0.15, qPrintable(QStringLiteral("%1 pixels wide, expected %2").arg(ink).arg(pixels)));
+    }
 };
 
 TZ_REGISTER_TEST(TestStyleDrawing)

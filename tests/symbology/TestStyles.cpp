@@ -96,9 +96,13 @@ private Q_SLOTS:
         QTest::newRow("millimetre") << 25.4 << 1 << 96.0 << 96.0;
         QTest::newRow("centimetre") << 2.54 << 2 << 96.0 << 96.0;
         QTest::newRow("inch") << 2.0 << 3 << 300.0 << 600.0;
-        QTest::newRow("point") << 72.0 << 4 << 96.0 << 96.0;
-        QTest::newRow("pixel") << 7.0 << 0 << 300.0 << 7.0;
+        // The panels' "Point" is code 0; code 4 means points too.
+        QTest::newRow("point") << 72.0 << 0 << 96.0 << 96.0;
+        QTest::newRow("point, older code") << 72.0 << 4 << 96.0 << 96.0;
+        QTest::newRow("point at 300 dpi") << 1.0 << 0 << 300.0 << 300.0 / 72.0;
+        QTest::newRow("pixel") << 7.0 << int(TEStyle::Pixel) << 300.0 << 7.0;
         QTest::newRow("unknown unit is pixels") << 7.0 << 9 << 300.0 << 7.0;
+        QTest::newRow("negative unit is pixels") << 7.0 << -1 << 300.0 << 7.0;
         // The single symbol panel's factor: 2 mm is about 7.56 pixels.
         QTest::newRow("panel millimetre") << 2.0 << 1 << 96.0 << 2.0 / 0.2646;
     }

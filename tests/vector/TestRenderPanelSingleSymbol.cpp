@@ -63,6 +63,7 @@ private Q_SLOTS:
     void applyBuildsASingleSymbolRender()
     {
         auto layer = VectorFixtures::makeLayer(TELayer::LT_Point, {QStringLiteral("a")});
+        layer->SetSymbolRender({});
         TZRenderPanelSingleSymbol* panel = openPanel(layer.get());
         QVERIFY(panel);
         QCOMPARE(panel->name(), QStringLiteral("SingleSymbol"));

@@ -429,8 +429,9 @@ private Q_SLOTS:
         layer->AppendFeature(QStringLiteral("POINT(0 0)"), {});
         TZRenderPanelUniqueValues* panel = openPanel(layer.get());
         QVERIFY(panel);
+        const TERefPtr<TEFeatureRender> opening = layer->GetSymbolRender();
         QVERIFY(!panel->onApply());
-        QVERIFY(!layer->GetSymbolRender());
+        QCOMPARE(layer->GetSymbolRender(), opening);
     }
 };
 

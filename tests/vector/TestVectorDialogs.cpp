@@ -164,6 +164,7 @@ private Q_SLOTS:
     void rotationWithoutRenderOffersNothing()
     {
         auto layer = VectorFixtures::makeLayer(TELayer::LT_Point, {QStringLiteral("a")});
+        layer->SetSymbolRender({});
         TZDialogRotateByField dialog(layer.get());
         QCOMPARE(dialog.findChild<QComboBox*>("mComboBoxFields")->count(), 0);
         QCOMPARE(dialog.mode(), int(TZDialogRotateByField::NoRotation));
