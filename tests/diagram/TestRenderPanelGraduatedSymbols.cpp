@@ -16,7 +16,6 @@
 #include <QFile>
 #include <QPushButton>
 #include <QTemporaryDir>
-#include <QToolButton>
 
 using namespace TZObjects;
 
@@ -93,24 +92,6 @@ private Q_SLOTS:
             mDock->setLayer(nullptr);
             mDock->hide();
         }
-    }
-
-    void startsWithTheDefaultsOfItsForm()
-    {
-        auto layer = makePoints({1, 2, 3});
-        TZRenderPanelGraduatedSymbolsDiagram* panel = openPanel(layer.get());
-        QVERIFY(panel);
-        QCOMPARE(panel->name(), QStringLiteral("GradingSymbolDiagram"));
-        QCOMPARE(mDock->findChild<QComboBox*>("mComboBoxRenderStyle")->currentText(), QStringLiteral("Graduated symbols"));
-        QDoubleSpinBox* minimum = child<QDoubleSpinBox>(panel, "mDoubleSpinBoxMin");
-        QDoubleSpinBox* maximum = child<QDoubleSpinBox>(panel, "mDoubleSpinBoxMax");
-        QCOMPARE(minimum->value(), 4.0);
-        QCOMPARE(maximum->value(), 20.0);
-        QCOMPARE(minimum->decimals(), 3);
-        QCOMPARE(maximum->minimum(), 0.001);
-        QCOMPARE(maximum->maximum(), 100000.0);
-        QCOMPARE(child<QComboBox>(panel, "mComboBoxField")->currentText(), QStringLiteral("v"));
-        QVERIFY(!child<QToolButton>(panel, "mButtonTemplate")->icon().isNull());
     }
 
     // Sizes step evenly from the minimum by (max - min) / rows, the catch-all

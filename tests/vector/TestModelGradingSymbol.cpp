@@ -7,9 +7,6 @@
 #include "TZModelGradingSymbol.h"
 
 #include "data/TEGdalSupport.h"
-#include "symbology/TEStyleSimpleFill.h"
-#include "symbology/TEStyleSimpleLine.h"
-#include "symbology/TEStyleSimplePoint.h"
 
 #include <QAbstractItemModelTester>
 #include <QFile>
@@ -123,44 +120,6 @@ private Q_SLOTS:
         QCOMPARE(model->ranges().last(), QStringLiteral("4666666666666671.00000,7000000000000007.00000"));
         model->setup(layer.get(), QStringLiteral("v"), mRamp.get(), 3);
         QCOMPARE(model->computeRanges(nullptr).last(), QStringLiteral("4666666666666671.00000,7000000000000006.00000"));
-    }
-
-    void stylesFollowTheLayerKindAndTheOutline_data()
-    {
-        QTest::addColumn<int>("layerType");
-        QTest::newRow("point") << int(TELayer::LT_Point);
-        QTest::newRow("line") << int(TELayer::LT_Line);
-        QTest::newRow("polygon") << int(TELayer::LT_Polygon);
-    }
-    void stylesFollowTheLayerKindAndTheOutline()
-    {
-        QFETCH(int, layerType);
-        auto layer = GradingFixtures::makeLayer(TELayer::LayerType(layerType), {1, 2});
-        auto model = makeModel(layer.get(), 2);
-        model->setOutlineWidth(0.7);
-        model->setOutlineUnit(2);
-        model->setOutlineColor(TEColor(10, 20, 30));
-        const TERefPtr<TEStyle> style = model->createStyle(TEColor(200, 100, 50, 9));
-        QVERIFY(style);
-        QCOMPARE(style->GetColor(), TEColor(200, 100, 50, 255));
-        if (auto* point = dynamic_cast<TEStyleSimplePoint*>(style.get())) {
-            QCOMPARE(layerType, int(TELayer::LT_Point));
-            QCOMPARE(point->GetWidth(), 2.0);
-            QCOMPARE(point->GetOutlineWidth(), 0.7);
-            QCOMPARE(point->GetOutlineColor(), TEColor(10, 20, 30));
-        } else if (auto* line = dynamic_cast<TEStyleSimpleLine*>(style.get())) {
-            QCOMPARE(layerType, int(TELayer::LT_Line));
-            QCOMPARE(line->GetWidth(), 0.7);
-            QCOMPARE(line->GetUnits(), 2);
-        } else {
-            auto* fill = dynamic_cast<TEStyleSimpleFill*>(style.get());
-            QVERIFY(fill && fill->GetOutline());
-            QCOMPARE(fill->GetFillKind(), int(TEStyleSimpleFill::Solid));
-            QCOMPARE(fill->GetOutline()->GetColor(), TEColor(10, 20, 30));
-        }
-        // Without a field there is nothing to make a symbol for.
-        model->setup(layer.get(), QString(), mRamp.get(), 2);
-        QVERIFY(!model->createStyle(TEColor(1, 2, 3)));
     }
 
     // Unsaved features are counted but do not move the class bounds; deleted
