@@ -1,6 +1,7 @@
 #include "TZControlRender.h"
 
 #include "TZRenderPanel.h"
+#include "TZRenderPanelFourColorTheorem.h"
 #include "TZRenderPanelGradingSymbol.h"
 #include "TZRenderPanelGraduatedSymbolsDiagram.h"
 #include "TZRenderPanelRuleBased.h"
@@ -130,6 +131,7 @@ void TZControlRender::initRenderCatalog()
     addRender(new TZRenderPanelGradingSymbol(this));
     addRender(new TZRenderPanelGraduatedSymbolsDiagram(this));
     addRender(new TZRenderPanelRuleBased(this));
+    addRender(new TZRenderPanelFourColorTheorem(this));
 }
 
 void TZControlRender::addRender(TZRenderPanel* panel)
