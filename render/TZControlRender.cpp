@@ -2,6 +2,8 @@
 
 #include "TZRenderPanel.h"
 #include "TZRenderPanelFourColorTheorem.h"
+#include "TZRenderPanelGradingSymbol.h"
+#include "TZRenderPanelGraduatedSymbolsDiagram.h"
 #include "TZRenderPanelRuleBased.h"
 #include "TZRenderPanelSingleSymbol.h"
 #include "TZRenderPanelUniqueValues.h"
@@ -129,6 +131,8 @@ void TZControlRender::initRenderCatalog()
     // stretch, raster RGB composite.
     addRender(new TZRenderPanelSingleSymbol(this));
     addRender(new TZRenderPanelUniqueValues(this));
+    addRender(new TZRenderPanelGradingSymbol(this));
+    addRender(new TZRenderPanelGraduatedSymbolsDiagram(this));
     addRender(new TZRenderPanelRuleBased(this));
     addRender(new TZRenderPanelFourColorTheorem(this));
     addRender(new TzImageRenderClassDialog(this));
