@@ -2,6 +2,7 @@
 
 #include "ui_TZWaitDialog.h"
 
+#include <QPushButton>
 #include <QThread>
 
 #include <exception>
@@ -12,14 +13,26 @@ TZWaitDialog::TZWaitDialog(const QString& text, QWidget* parent)
 {
     mUi->setupUi(this);
     mUi->mLabelText->setText(text);
+    mUi->mButtonBox->setVisible(false);
+    connect(mUi->mButtonBox, &QDialogButtonBox::rejected, this, &TZWaitDialog::reject);
     setModal(true);
 }
 
 TZWaitDialog::~TZWaitDialog() = default;
 
+bool TZWaitDialog::WaitFor(std::function<void()> job, std::atomic<bool>* cancel)
+{
+    mCancel = cancel;
+    const bool finished = WaitFor(std::move(job));
+    mCancel = nullptr;
+    return finished;
+}
+
 bool TZWaitDialog::WaitFor(std::function<void()> job)
 {
     mErrorText.clear();
+    mUi->mButtonBox->setVisible(mCancel != nullptr);
+    mUi->mButtonBox->setEnabled(true);
     if (!job)
         return true;
 
@@ -53,8 +66,14 @@ bool TZWaitDialog::WaitFor(std::function<void()> job)
 
 void TZWaitDialog::reject()
 {
-    if (!mWorker)
+    if (!mWorker) {
         QDialog::reject();
+    } else if (mCancel) {
+        // The job stops at its next check; its end closes the dialog.
+        mCancel->store(true);
+        mUi->mButtonBox->setEnabled(false);
+        mUi->mLabelText->setText(tr("Cancelling..."));
+    }
 }
 
 void TZWaitDialog::onWorkerFinished()

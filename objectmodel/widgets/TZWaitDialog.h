@@ -4,6 +4,7 @@
 
 #include <QDialog>
 
+#include <atomic>
 #include <functional>
 #include <memory>
 
@@ -25,6 +26,10 @@ public:
     // Returns when the job has ended: true when it ran to its end, false when
     // it threw (the exception is caught here; errorText() tells what it was).
     bool WaitFor(std::function<void()> job);
+    // The same for a job that watches cancel: the dialog then offers a
+    // Cancel button (and Escape), which sets the flag and waits for the job
+    // to notice it and return. The caller tells a cancelled job by the flag.
+    bool WaitFor(std::function<void()> job, std::atomic<bool>* cancel);
     QString errorText() const { return mErrorText; }
 
 public Q_SLOTS:
@@ -41,5 +46,6 @@ private:
 
     std::unique_ptr<Ui::TZWaitDialog> mUi;
     QThread* mWorker = nullptr;
+    std::atomic<bool>* mCancel = nullptr;
     QString mErrorText;
 };
