@@ -3,6 +3,9 @@
 #include "TZRenderPanel.h"
 #include "TZRenderPanelSingleSymbol.h"
 #include "TZRenderPanelUniqueValues.h"
+#include "TzImageRenderStretchDialog.h"
+#include "TzImgRenderMultiStretchDialog.h"
+#include "TzImgRenderRGBCompositeDialog.h"
 #include "ui_TZControlRender.h"
 
 #include "data/TEFeatureLayer.h"
@@ -101,6 +104,9 @@ void TZControlRender::initRenderCatalog()
     // stretch, raster RGB composite.
     addRender(new TZRenderPanelSingleSymbol(this));
     addRender(new TZRenderPanelUniqueValues(this));
+    addRender(new TzImageRenderStretchDialog(this));
+    addRender(new TzImgRenderMultiStretchDialog(this));
+    addRender(new TzImgRenderRGBCompositeDialog(this));
 }
 
 void TZControlRender::addRender(TZRenderPanel* panel)
