@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMetaType>
 #include <QString>
 
 #include <gdal.h>
@@ -48,3 +49,5 @@ inline QString write(const QString& path, int width, int height, int bands, GDAL
 }
 
 } // namespace StretchTestRasters
+
+Q_DECLARE_METATYPE(GDALDataType)

@@ -75,7 +75,7 @@ qint64 statusKb(const char* field)
 } // namespace
 
 Q_DECLARE_METATYPE(Value)
-Q_DECLARE_METATYPE(GDALDataType)
+
 
 // Band statistics and pixel histograms read block by block, and the band
 // pixel histogram dialog that shows them.
