@@ -30,8 +30,16 @@ TERefPtr<TERasterProps> TERasterProps::Open(const QString& path, QString* error)
 {
     TEGdalSupport::EnsureRegistered();
     CPLErrorReset();
+    // Reads at a coarser resolution than the file's (a whole large raster
+    // drawn into a view) let the GeoTIFF driver read just the pixels they
+    // keep, straight from an uncompressed file, instead of every block
+    // through GDAL's block cache. The driver takes the option when the
+    // file opens; other drivers ignore it.
+    const QByteArray directBefore = CPLGetThreadLocalConfigOption("GTIFF_DIRECT_IO", nullptr);
+    CPLSetThreadLocalConfigOption("GTIFF_DIRECT_IO", "YES");
     GDALDatasetH dataset = GDALOpenEx(path.toUtf8().constData(), GDAL_OF_RASTER | GDAL_OF_READONLY,
                                       nullptr, nullptr, nullptr);
+    CPLSetThreadLocalConfigOption("GTIFF_DIRECT_IO", directBefore.isNull() ? nullptr : directBefore.constData());
     if (!dataset) {
         if (error)
             *error = QStringLiteral("Cannot open \"%1\": %2")
