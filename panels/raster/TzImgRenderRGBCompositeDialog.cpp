@@ -69,7 +69,8 @@ int TzImgRenderRGBCompositeDialog::bandNumber(const QString& name, int bandCount
 
 void TzImgRenderRGBCompositeDialog::fitColumns()
 {
-    const int half = (mUi->tableView->width() + 1) / 2;
+    // Half the visible width each, so that no scroll bar appears.
+    const int half = mUi->tableView->viewport()->width() / 2;
     mUi->tableView->setColumnWidth(0, half);
     mUi->tableView->setColumnWidth(1, half);
 }
@@ -103,6 +104,7 @@ void TzImgRenderRGBCompositeDialog::onReset()
         mUi->tableView->setModel(mModel);
         mUi->tableView->setAlternatingRowColors(true);
         mUi->tableView->horizontalHeader()->setFixedHeight(25);
+        mUi->tableView->verticalHeader()->hide();
         mUi->tableView->setEditTriggers(QAbstractItemView::SelectedClicked);
         mDelegate = new UserDelegate(mBandCount, this);
         mUi->tableView->setItemDelegateForColumn(1, mDelegate);

@@ -1,9 +1,11 @@
+#include "ModalAnswer.h"
 #include "TestRegistry.h"
 
 #include "StretchTestRasters.h"
 #include "TZDialogBandPixHistogram.h"
 
 #include "data/TERasterProps.h"
+#include "widgets/TZWaitDialog.h"
 
 #include <QFile>
 #include <QLabel>
@@ -244,6 +246,31 @@ private Q_SLOTS:
         QVERIFY2(peak - before < bandKb / 8, qPrintable(QStringLiteral("grew by %1 kB").arg(peak - before)));
         QCOMPARE(points.size(), size_t(TEBandScan::BoundedBins));
         QFile::remove(file);
+    }
+
+    // The wait dialog's Cancel button stops a long read: the job sees the
+    // flag, returns, and nothing is kept.
+    void waitDialogCancelStopsALongRead()
+    {
+        const QString file = StretchTestRasters::write(path("slow.tif"), 64, 64, 1, GDT_Float32,
+                                                       [](int, int x, int y) { return x * y; });
+        const TERefPtr<TERasterProps> raster = TERasterProps::Open(file);
+        QVERIFY(raster);
+        std::atomic<bool> cancel(false);
+        bool read = true;
+        TZWaitDialog wait(QStringLiteral("Reading..."));
+        ModalAnswer answer("TZWaitDialog", ModalAnswer::click(QDialogButtonBox::Cancel));
+        QVERIFY(wait.WaitFor([&] {
+            // Holds the read back until the user has cancelled.
+            while (!cancel.load())
+                QThread::msleep(5);
+            TERasterProps::BandStatistics s;
+            read = raster->GetStatistics(1, s, TERasterProps::Accuracy::Exact, &cancel);
+        }, &cancel));
+        QVERIFY(answer.answered());
+        QVERIFY(cancel.load());
+        QVERIFY(!read);
+        QVERIFY(!raster->HasStatistics(1));
     }
 
     void dialogShowsOneTabPerBand_data()
