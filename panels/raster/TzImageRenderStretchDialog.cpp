@@ -3,6 +3,8 @@
 #include "TZControlRender.h"
 #include "TZDialogBandPixHistogram.h"
 
+#include "TzSlotGuard.h"
+
 #include "ui_TzImageRenderStretchDialog.h"
 
 #include "data/TERasterDirLayer.h"
@@ -257,17 +259,19 @@ bool TzImageRenderStretchDialog::onApply()
 
 void TzImageRenderStretchDialog::onShowHistogram()
 {
-    TERefPtr<TERasterProps> raster;
-    if (TERasterLayer* layer = currentRasterLayer())
-        raster = layer->GetRaster();
-    else if (TERasterDirLayer* directory = currentRasterDirLayer())
-        raster = directory->GetRaster();
-    if (!raster)
-        return;
-    // Computed on the first press only, and kept.
-    if (mHistograms.isEmpty() && !TzRasterBandReader::histograms(this, raster.get(), {1}, mHistograms))
-        return;
-    TZDialogBandPixHistogram dialog(this);
-    dialog.setData(raster.get(), mHistograms);
-    dialog.exec();
+    tzRunSlotGuarded(this, [&] {
+        TERefPtr<TERasterProps> raster;
+        if (TERasterLayer* layer = currentRasterLayer())
+            raster = layer->GetRaster();
+        else if (TERasterDirLayer* directory = currentRasterDirLayer())
+            raster = directory->GetRaster();
+        if (!raster)
+            return;
+        // Computed on the first press only, and kept.
+        if (mHistograms.isEmpty() && !TzRasterBandReader::histograms(this, raster.get(), {1}, mHistograms))
+            return;
+        TZDialogBandPixHistogram dialog(this);
+        dialog.setData(raster.get(), mHistograms);
+        dialog.exec();
+    });
 }

@@ -3,6 +3,8 @@
 #include "TZControlRender.h"
 #include "TzRasterBandReader.h"
 
+#include "TzSlotGuard.h"
+
 #include "ui_TzImgRenderMultiStretchDialog.h"
 
 #include "data/TERasterLayer.h"
@@ -79,11 +81,13 @@ void TzImgRenderMultiStretchDialog::load()
 
 void TzImgRenderMultiStretchDialog::onBandChanged(int index)
 {
-    // Clearing the box reports index -1.
-    if (index < 0)
-        return;
-    mBand = index + 1;
-    showBandStatistics();
+    tzRunSlotGuarded(this, [&] {
+        // Clearing the box reports index -1.
+        if (index < 0)
+            return;
+        mBand = index + 1;
+        showBandStatistics();
+    });
 }
 
 bool TzImgRenderMultiStretchDialog::onApply()

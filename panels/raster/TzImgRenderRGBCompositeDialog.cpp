@@ -5,6 +5,8 @@
 #include "TzModelBandCheckList.h"
 #include "UserDelegate.h"
 
+#include "TzSlotGuard.h"
+
 #include "ui_TzImgRenderRGBCompositeDialog.h"
 
 #include "data/TERasterLayer.h"
@@ -213,19 +215,21 @@ bool TzImgRenderRGBCompositeDialog::onApply()
 
 void TzImgRenderRGBCompositeDialog::onShowHistogram()
 {
-    TERasterLayer* layer = currentRasterLayer();
-    const TERefPtr<TERasterProps> raster = layer ? layer->GetRaster() : TERefPtr<TERasterProps>();
-    if (!raster)
-        return;
-    // Computed on the first press only, for every band, and kept.
-    if (mHistograms.isEmpty()) {
-        QList<int> bands;
-        for (int band = 1; band <= raster->GetBandCount(); ++band)
-            bands << band;
-        if (!TzRasterBandReader::histograms(this, raster.get(), bands, mHistograms))
+    tzRunSlotGuarded(this, [&] {
+        TERasterLayer* layer = currentRasterLayer();
+        const TERefPtr<TERasterProps> raster = layer ? layer->GetRaster() : TERefPtr<TERasterProps>();
+        if (!raster)
             return;
-    }
-    TZDialogBandPixHistogram dialog(this);
-    dialog.setData(raster.get(), mHistograms);
-    dialog.exec();
+        // Computed on the first press only, for every band, and kept.
+        if (mHistograms.isEmpty()) {
+            QList<int> bands;
+            for (int band = 1; band <= raster->GetBandCount(); ++band)
+                bands << band;
+            if (!TzRasterBandReader::histograms(this, raster.get(), bands, mHistograms))
+                return;
+        }
+        TZDialogBandPixHistogram dialog(this);
+        dialog.setData(raster.get(), mHistograms);
+        dialog.exec();
+    });
 }
