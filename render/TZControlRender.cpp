@@ -1,11 +1,15 @@
 #include "TZControlRender.h"
 
 #include "TZRenderPanel.h"
+#include "TZRenderPanelFourColorTheorem.h"
 #include "TZRenderPanelRuleBased.h"
 #include "TZRenderPanelSingleSymbol.h"
 #include "TZRenderPanelUniqueValues.h"
 #include "TZRenderTranslation.h"
+#include "TzImageRenderClassDialog.h"
+#include "TzImageRenderColormapDialog.h"
 #include "TzImageRenderStretchDialog.h"
+#include "TzImageRenderUniqueDialog.h"
 #include "TzImgRenderMultiStretchDialog.h"
 #include "TzImgRenderRGBCompositeDialog.h"
 #include "ui_TZControlRender.h"
@@ -129,7 +133,11 @@ void TZControlRender::initRenderCatalog()
     addRender(new TZRenderPanelSingleSymbol(this));
     addRender(new TZRenderPanelUniqueValues(this));
     addRender(new TZRenderPanelRuleBased(this));
+    addRender(new TZRenderPanelFourColorTheorem(this));
+    addRender(new TzImageRenderClassDialog(this));
     addRender(new TzImageRenderStretchDialog(this));
+    addRender(new TzImageRenderUniqueDialog(this));
+    addRender(new TzImageRenderColormapDialog(this));
     addRender(new TzImgRenderMultiStretchDialog(this));
     addRender(new TzImgRenderRGBCompositeDialog(this));
 }

@@ -2,8 +2,10 @@
 
 #include "ui_TZWaitDialog.h"
 
+#include <QDialogButtonBox>
 #include <QPushButton>
 #include <QThread>
+#include <QVBoxLayout>
 
 #include <exception>
 
@@ -13,26 +15,17 @@ TZWaitDialog::TZWaitDialog(const QString& text, QWidget* parent)
 {
     mUi->setupUi(this);
     mUi->mLabelText->setText(text);
-    mUi->mButtonBox->setVisible(false);
-    connect(mUi->mButtonBox, &QDialogButtonBox::rejected, this, &TZWaitDialog::reject);
     setModal(true);
 }
 
 TZWaitDialog::~TZWaitDialog() = default;
 
-bool TZWaitDialog::WaitFor(std::function<void()> job, std::atomic<bool>* cancel)
-{
-    mCancel = cancel;
-    const bool finished = WaitFor(std::move(job));
-    mCancel = nullptr;
-    return finished;
-}
-
 bool TZWaitDialog::WaitFor(std::function<void()> job)
 {
     mErrorText.clear();
-    mUi->mButtonBox->setVisible(mCancel != nullptr);
-    mUi->mButtonBox->setEnabled(true);
+    mCancelled = false;
+    if (auto* buttons = findChild<QDialogButtonBox*>(QStringLiteral("mButtonBoxCancel")))
+        buttons->setEnabled(true);
     if (!job)
         return true;
 
@@ -64,15 +57,35 @@ bool TZWaitDialog::WaitFor(std::function<void()> job)
     return !failed;
 }
 
+void TZWaitDialog::setCancelHandler(std::function<void()> cancel)
+{
+    mCancel = std::move(cancel);
+    auto* buttons = findChild<QDialogButtonBox*>(QStringLiteral("mButtonBoxCancel"));
+    if (!buttons && mCancel) {
+        buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
+        buttons->setObjectName(QStringLiteral("mButtonBoxCancel"));
+        buttons->button(QDialogButtonBox::Cancel)->setText(tr("Cancel"));
+        connect(buttons, &QDialogButtonBox::rejected, this, &TZWaitDialog::reject);
+        if (auto* box = qobject_cast<QVBoxLayout*>(layout()))
+            box->addWidget(buttons);
+    }
+    if (buttons)
+        buttons->setVisible(bool(mCancel));
+}
+
 void TZWaitDialog::reject()
 {
     if (!mWorker) {
         QDialog::reject();
-    } else if (mCancel) {
-        // The job stops at its next check; its end closes the dialog.
-        mCancel->store(true);
-        mUi->mButtonBox->setEnabled(false);
-        mUi->mLabelText->setText(tr("Cancelling..."));
+        return;
+    }
+    // While the job runs, a cancel handler asks it to stop; the dialog
+    // closes when the job returns.
+    if (mCancel && !mCancelled) {
+        mCancelled = true;
+        if (auto* buttons = findChild<QDialogButtonBox*>(QStringLiteral("mButtonBoxCancel")))
+            buttons->setEnabled(false);
+        mCancel();
     }
 }
 

@@ -4,7 +4,6 @@
 
 #include <QDialog>
 
-#include <atomic>
 #include <functional>
 #include <memory>
 
@@ -26,11 +25,14 @@ public:
     // Returns when the job has ended: true when it ran to its end, false when
     // it threw (the exception is caught here; errorText() tells what it was).
     bool WaitFor(std::function<void()> job);
-    // The same for a job that watches cancel: the dialog then offers a
-    // Cancel button (and Escape), which sets the flag and waits for the job
-    // to notice it and return. The caller tells a cancelled job by the flag.
-    bool WaitFor(std::function<void()> job, std::atomic<bool>* cancel);
     QString errorText() const { return mErrorText; }
+
+    // Offers a "Cancel" button (and the Escape key) while the job runs:
+    // cancel is called on the GUI thread to ask the job to stop, and the
+    // dialog stays up until the job has returned. Set it before WaitFor.
+    void setCancelHandler(std::function<void()> cancel);
+    // Whether the user asked the last job to stop.
+    bool wasCancelled() const { return mCancelled; }
 
 public Q_SLOTS:
     // The user cannot dismiss the dialog while the job runs.
@@ -46,6 +48,7 @@ private:
 
     std::unique_ptr<Ui::TZWaitDialog> mUi;
     QThread* mWorker = nullptr;
-    std::atomic<bool>* mCancel = nullptr;
     QString mErrorText;
+    std::function<void()> mCancel;
+    bool mCancelled = false;
 };

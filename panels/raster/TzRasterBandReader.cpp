@@ -25,8 +25,8 @@ bool TzRasterBandReader::statistics(QWidget* parent, TERasterProps* raster, int 
     bool ok = false;
     std::atomic<bool> cancel(false);
     TZWaitDialog wait(tr("Computing the statistics of band %1...").arg(band), parent);
-    wait.WaitFor([&] { ok = raster->GetStatistics(band, statistics, TERasterProps::Accuracy::Exact, &cancel); },
-                 &cancel);
+    wait.setCancelHandler([&cancel] { cancel.store(true); });
+    wait.WaitFor([&] { ok = raster->GetStatistics(band, statistics, TERasterProps::Accuracy::Exact, &cancel); });
     return ok && !cancel.load();
 }
 
@@ -54,6 +54,7 @@ bool TzRasterBandReader::histograms(QWidget* parent, TERasterProps* raster, cons
     bool ok = true;
     std::atomic<bool> cancel(false);
     TZWaitDialog wait(tr("Computing the band histograms..."), parent);
+    wait.setCancelHandler([&cancel] { cancel.store(true); });
     wait.WaitFor([&] {
         for (int band : bands) {
             TzBandHistogram histogram;
@@ -62,7 +63,7 @@ bool TzRasterBandReader::histograms(QWidget* parent, TERasterProps* raster, cons
                 return;
             read.append(std::move(histogram));
         }
-    }, &cancel);
+    });
     if (!ok || cancel.load())
         return false;
     histograms = std::move(read);

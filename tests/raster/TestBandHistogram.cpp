@@ -259,6 +259,7 @@ private Q_SLOTS:
         std::atomic<bool> cancel(false);
         bool read = true;
         TZWaitDialog wait(QStringLiteral("Reading..."));
+        wait.setCancelHandler([&cancel] { cancel.store(true); });
         ModalAnswer answer("TZWaitDialog", ModalAnswer::click(QDialogButtonBox::Cancel));
         QVERIFY(wait.WaitFor([&] {
             // Holds the read back until the user has cancelled.
@@ -266,7 +267,7 @@ private Q_SLOTS:
                 QThread::msleep(5);
             TERasterProps::BandStatistics s;
             read = raster->GetStatistics(1, s, TERasterProps::Accuracy::Exact, &cancel);
-        }, &cancel));
+        }));
         QVERIFY(answer.answered());
         QVERIFY(cancel.load());
         QVERIFY(!read);
