@@ -10,7 +10,10 @@
 #include "TZRenderTranslation.h"
 #include "TzImageRenderClassDialog.h"
 #include "TzImageRenderColormapDialog.h"
+#include "TzImageRenderStretchDialog.h"
 #include "TzImageRenderUniqueDialog.h"
+#include "TzImgRenderMultiStretchDialog.h"
+#include "TzImgRenderRGBCompositeDialog.h"
 #include "ui_TZControlRender.h"
 
 #include "data/TEFeatureLayer.h"
@@ -136,8 +139,11 @@ void TZControlRender::initRenderCatalog()
     addRender(new TZRenderPanelRuleBased(this));
     addRender(new TZRenderPanelFourColorTheorem(this));
     addRender(new TzImageRenderClassDialog(this));
+    addRender(new TzImageRenderStretchDialog(this));
     addRender(new TzImageRenderUniqueDialog(this));
     addRender(new TzImageRenderColormapDialog(this));
+    addRender(new TzImgRenderMultiStretchDialog(this));
+    addRender(new TzImgRenderRGBCompositeDialog(this));
 }
 
 void TZControlRender::addRender(TZRenderPanel* panel)
