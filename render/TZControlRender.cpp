@@ -1,7 +1,10 @@
 #include "TZControlRender.h"
 
 #include "TZRenderPanel.h"
+#include "TZRenderPanelClusterDiagram.h"
+#include "TZRenderPanelDotDensityDiagram.h"
 #include "TZRenderPanelSingleSymbol.h"
+#include "TZRenderPanelThermodynamicDiagram.h"
 #include "TZRenderPanelUniqueValues.h"
 #include "TZRenderTranslation.h"
 #include "ui_TZControlRender.h"
@@ -124,6 +127,9 @@ void TZControlRender::initRenderCatalog()
     // stretch, raster RGB composite.
     addRender(new TZRenderPanelSingleSymbol(this));
     addRender(new TZRenderPanelUniqueValues(this));
+    addRender(new TZRenderPanelThermodynamicDiagram(this));
+    addRender(new TZRenderPanelDotDensityDiagram(this));
+    addRender(new TZRenderPanelClusterDiagram(this));
 }
 
 void TZControlRender::addRender(TZRenderPanel* panel)
