@@ -42,10 +42,10 @@ class ScreenGrid
 {
 public:
     ScreenGrid(const QRectF& view, double cell, const QPointF& origin)
-        : mCell(cell), mOrigin(origin), mView(view)
+        : mInverseCell(1.0 / cell), mOrigin(origin), mView(view)
     {
-        mFirstCol = std::floor((view.left() - origin.x()) / cell);
-        mFirstRow = std::floor((view.top() - origin.y()) / cell);
+        mFirstCol = std::floor((view.left() - origin.x()) * mInverseCell);
+        mFirstRow = std::floor((view.top() - origin.y()) * mInverseCell);
         const double cols = std::floor((view.right() - origin.x()) / cell) - mFirstCol + 1.0;
         const double rows = std::floor((view.bottom() - origin.y()) / cell) - mFirstRow + 1.0;
         if (cols > 0 && rows > 0 && cols * rows < 4.0e7) {
@@ -57,17 +57,18 @@ public:
     // The cell of a point, -1 outside the view.
     int index(const QPointF& point) const
     {
-        if (!mView.contains(point))
+        if (!(point.x() >= mView.left() && point.x() < mView.right() && point.y() >= mView.top()
+              && point.y() < mView.bottom()))
             return -1;
-        const int col = int(std::floor((point.x() - mOrigin.x()) / mCell) - mFirstCol);
-        const int row = int(std::floor((point.y() - mOrigin.y()) / mCell) - mFirstRow);
-        if (col < 0 || row < 0 || col >= mCols || row >= mRows)
+        const double col = std::floor((point.x() - mOrigin.x()) * mInverseCell) - mFirstCol;
+        const double row = std::floor((point.y() - mOrigin.y()) * mInverseCell) - mFirstRow;
+        if (!(col >= 0.0 && row >= 0.0 && col < mCols && row < mRows))
             return -1;
-        return row * mCols + col;
+        return int(row) * mCols + int(col);
     }
 
 private:
-    double mCell;
+    double mInverseCell;
     QPointF mOrigin;
     QRectF mView;
     double mFirstCol = 0.0;
@@ -136,9 +137,10 @@ void TEClusterDiagramRender::DrawMarker(QPainter* painter, const QPointF& centre
     const int sizeClass = SizeClass(count);
     double diameter = cellSize * std::min(0.85, 0.3 + 0.1 * sizeClass);
     const QString text = QString::number(count);
+    QFont font = painter->font();
     if (label) {
-        QFont font = painter->font();
         font.setPixelSize(std::max(1, int(std::lround(context.ToPixels(7.5, TEStyle::Point)))));
+        font.setBold(true);
         diameter = std::max(diameter, QFontMetricsF(font).horizontalAdvance(text) + 8.0);
     }
     const QColor fill = SizeClassColor(sizeClass);
@@ -152,9 +154,15 @@ void TEClusterDiagramRender::DrawMarker(QPainter* painter, const QPointF& centre
     painter->setBrush(fill);
     painter->setPen(QPen(fill.darker(140), 1.0));
     painter->drawEllipse(centre, diameter / 2.0, diameter / 2.0);
+    if (label) {
+        // Plain text in black or white, whichever stands out on the fill
+        // (a glyph-cached call; outlined text costs far more per marker).
+        painter->setFont(font);
+        painter->setPen(qGray(fill.rgb()) > 140 ? QColor(20, 20, 20) : QColor(Qt::white));
+        painter->drawText(QRectF(centre.x() - diameter, centre.y() - diameter, 2 * diameter, 2 * diameter),
+                          Qt::AlignCenter, text);
+    }
     painter->restore();
-    if (label)
-        DrawLabel(painter, text, centre, Qt::AlignHCenter | Qt::AlignVCenter, context);
 }
 
 std::vector<TEClusterDiagramRender::Cluster> TEClusterDiagramRender::GroupPoints(

@@ -5,8 +5,8 @@
 #include "renders/TEDrawContext.h"
 #include "renders/TEFileFunc.h"
 
+#include <QImage>
 #include <QPainter>
-#include <QPolygonF>
 
 #include <ogr_api.h>
 
@@ -199,34 +199,77 @@ std::vector<QPointF> TEDotDensityDiagramRender::PlaceDots(OGRGeometryH geometry,
     return dots;
 }
 
+namespace {
+
+// The dots of a whole drawing, plotted straight into an image of the view
+// and composed onto the painter at once: far cheaper than a painter call
+// per dot.
+class DotCanvas
+{
+public:
+    DotCanvas(const TEDrawContext& context, const TEColor& color)
+        : mToDevice(context.mapToDevice)
+        , mView(context.mapToDevice.mapRect(context.mapExtent).toAlignedRect())
+        , mSize(int(TEDotDensityDiagramRender::DotSize(context)))
+        , mColor(qPremultiply(qRgba(color.getR(), color.getG(), color.getB(), color.getA())))
+    {
+        if (!mView.isEmpty() && double(mView.width()) * mView.height() < 1.0e8) {
+            mImage = QImage(mView.size(), QImage::Format_ARGB32_Premultiplied);
+            mImage.fill(Qt::transparent);
+        }
+    }
+
+    void plot(const QPointF& mapDot)
+    {
+        if (mImage.isNull())
+            return;
+        const QPointF device = mToDevice.map(mapDot);
+        // The dot's square centred on the point, clipped to the view.
+        const int left = int(std::floor(device.x() - mSize / 2.0)) - mView.left();
+        const int top = int(std::floor(device.y() - mSize / 2.0)) - mView.top();
+        const int x0 = std::max(0, left), x1 = std::min(mImage.width(), left + mSize);
+        const int y0 = std::max(0, top), y1 = std::min(mImage.height(), top + mSize);
+        for (int y = y0; y < y1; ++y) {
+            auto* line = reinterpret_cast<QRgb*>(mImage.scanLine(y));
+            for (int x = x0; x < x1; ++x)
+                line[x] = mColor;
+        }
+        mPlotted = true;
+    }
+
+    void drawOn(QPainter* painter) const
+    {
+        if (mPlotted)
+            painter->drawImage(mView.topLeft(), mImage);
+    }
+
+private:
+    QTransform mToDevice;
+    QRect mView;
+    int mSize;
+    QRgb mColor;
+    QImage mImage;
+    bool mPlotted = false;
+};
+
+} // namespace
+
 void TEDotDensityDiagramRender::DrawDots(QPainter* painter, const std::vector<QPointF>& mapDots,
                                          const TEDrawContext& context) const
 {
     if (!painter || mapDots.empty())
         return;
-    const QTransform& toDevice = context.mapToDevice;
-    QVector<QPointF> points;
-    points.reserve(int(std::min<std::size_t>(mapDots.size(), 1 << 16)));
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing, false);
-    painter->setPen(QPen(QColor(mDotColor.getR(), mDotColor.getG(), mDotColor.getB(), mDotColor.getA()),
-                         DotSize(context), Qt::SolidLine, Qt::SquareCap));
-    for (const QPointF& dot : mapDots) {
-        points.append(toDevice.map(dot));
-        if (points.size() == (1 << 16)) {
-            painter->drawPoints(points.constData(), points.size());
-            points.clear();
-        }
-    }
-    if (!points.isEmpty())
-        painter->drawPoints(points.constData(), points.size());
-    painter->restore();
+    DotCanvas canvas(context, mDotColor);
+    for (const QPointF& dot : mapDots)
+        canvas.plot(dot);
+    canvas.drawOn(painter);
 }
 
 bool TEDotDensityDiagramRender::DrawLayer(QPainter* painter, TEFeatureCursor* cursor, const TEDrawContext& context) const
 {
     if (!painter || !cursor)
         return !context.IsCancelled();
+    DotCanvas canvas(context, mDotColor);
     while (TERefPtr<TEFeature> feature = cursor->NextFeature()) {
         if (context.IsCancelled())
             return false;
@@ -234,9 +277,13 @@ bool TEDotDensityDiagramRender::DrawLayer(QPainter* painter, TEFeatureCursor* cu
         if (!geometry)
             continue;
         const double value = mFieldName.IsEmpty() ? 0.0 : feature->GetValue(mFieldName).GetDouble();
-        DrawDots(painter, PlaceDots(geometry->GetHandle(), value, feature->GetId(), context), context);
+        for (const QPointF& dot : PlaceDots(geometry->GetHandle(), value, feature->GetId(), context))
+            canvas.plot(dot);
     }
-    return !context.IsCancelled();
+    if (context.IsCancelled())
+        return false;
+    canvas.drawOn(painter);
+    return true;
 }
 
 void TEDotDensityDiagramRender::save(QJsonObject& json) const

@@ -46,8 +46,10 @@ public:
     // the given value and feature id, all inside the polygon.
     std::vector<QPointF> PlaceDots(OGRGeometryH geometry, double value, long long featureId,
                                    const TEDrawContext& context) const;
-    // Draws dots given in map coordinates; the dot's side in painter pixels.
+    // Draws dots given in map coordinates as squares of DotSize pixels, in
+    // the dot colour, all composed onto the painter in one image.
     void DrawDots(QPainter* painter, const std::vector<QPointF>& mapDots, const TEDrawContext& context) const;
+    // The side of a dot in painter pixels (1.5 points, whole pixels).
     static double DotSize(const TEDrawContext& context);
 
     void save(QJsonObject& json) const override;
