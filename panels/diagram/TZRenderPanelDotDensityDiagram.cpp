@@ -17,6 +17,8 @@ TZRenderPanelDotDensityDiagram::TZRenderPanelDotDensityDiagram(QWidget* parent)
     , mUi(std::make_unique<Ui::TZRenderPanelDotDensityDiagram>())
 {
     mUi->setupUi(this);
+    // Dots start black, which reads over any fill.
+    mUi->mColorBtnDot->setColor(qRgb(0, 0, 0));
     mSupportLayerType.clear();
     mSupportLayerType << TELayer::LT_Polygon;
 }
