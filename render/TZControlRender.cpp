@@ -3,6 +3,7 @@
 #include "TZRenderPanel.h"
 #include "TZRenderPanelClusterDiagram.h"
 #include "TZRenderPanelDotDensityDiagram.h"
+#include "TZRenderPanelRuleBased.h"
 #include "TZRenderPanelSingleSymbol.h"
 #include "TZRenderPanelThermodynamicDiagram.h"
 #include "TZRenderPanelUniqueValues.h"
@@ -127,6 +128,7 @@ void TZControlRender::initRenderCatalog()
     // stretch, raster RGB composite.
     addRender(new TZRenderPanelSingleSymbol(this));
     addRender(new TZRenderPanelUniqueValues(this));
+    addRender(new TZRenderPanelRuleBased(this));
     addRender(new TZRenderPanelThermodynamicDiagram(this));
     addRender(new TZRenderPanelDotDensityDiagram(this));
     addRender(new TZRenderPanelClusterDiagram(this));
