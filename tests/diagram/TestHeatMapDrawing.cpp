@@ -2,6 +2,7 @@
 
 #include "AppFixture.h"
 #include "TZFeatureLayerDrawer.h"
+#include "TZLayerTree.h"
 
 #include "data/TEFeatureCursor.h"
 #include "data/TEMemoryFeatureLayer.h"
@@ -15,6 +16,7 @@
 
 #include <QPainter>
 #include <QRandomGenerator>
+#include <QTreeWidgetItem>
 
 #include <ogr_api.h>
 
@@ -279,6 +281,63 @@ private Q_SLOTS:
         // 200 dots of 2 x 2 pixels, a few overlapping.
         QVERIFY2(dotPixels > 600 && dotPixels <= 800, qPrintable(QString::number(dotPixels)));
         QVERIFY(background > 10000);
+    }
+
+    void legendShowsRampSizeClassesAndDotValue_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<QStringList>("texts");
+        QTest::newRow("heat map") << "heat" << QStringList{"Density: sparse to dense"};
+        QTest::newRow("cluster") << "cluster"
+                                 << QStringList{"2 - 9", "10 - 99", "100 - 999", "1,000 - 9,999", "10,000 - 99,999",
+                                                "100,000+"};
+        QTest::newRow("dot density") << "dots" << QStringList{"1 dot = 250 value"};
+    }
+
+    void legendShowsRampSizeClassesAndDotValue()
+    {
+        QFETCH(QString, kind);
+        QFETCH(QStringList, texts);
+        const QLocale previous;
+        QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+        struct RestoreLocale
+        {
+            QLocale locale;
+            ~RestoreLocale() { QLocale::setDefault(locale); }
+        } restore{previous};
+        TERefPtr<TEMemoryFeatureLayer> layer = layerOf(kind == QLatin1String("dots") ? TELayer::LT_Polygon
+                                                                                    : TELayer::LT_Point, {});
+        QColor expected;
+        if (kind == QLatin1String("heat")) {
+            auto heat = MakeRef<TEHeatMapperRender>();
+            expected = heat->DensityColor(1.0);
+            layer->SetSymbolRender(heat);
+        } else if (kind == QLatin1String("cluster")) {
+            auto cluster = MakeRef<TEClusterDiagramRender>();
+            expected = cluster->SizeClassColor(1);
+            layer->SetSymbolRender(cluster);
+        } else {
+            auto dots = MakeRef<TEDotDensityDiagramRender>();
+            dots->setFieldName(TEString(L"value"));
+            dots->setNumberPerDot(250);
+            dots->setDotColor(TEColor(0, 0, 160));
+            expected = QColor(0, 0, 160);
+            layer->SetSymbolRender(dots);
+        }
+        TZLayerTree tree;
+        tree.addLayer(layer);
+        QTreeWidgetItem* item = tree.itemOf(layer->GetGuidStr().toQString());
+        QVERIFY(item);
+        QStringList shown;
+        for (int i = 0; i < item->childCount(); ++i)
+            shown << item->child(i)->text(0);
+        QCOMPARE(shown, texts);
+        // The first entry's swatch: the top of the heat ramp (right end), the
+        // smallest cluster class, the dot colour (middle).
+        const QImage icon = item->child(0)->icon(0).pixmap(20, 16).toImage();
+        const QColor swatch = kind == QLatin1String("heat") ? icon.pixelColor(icon.width() - 1, icon.height() / 2)
+                                                            : icon.pixelColor(icon.width() / 2, icon.height() / 2);
+        QCOMPARE(swatch.rgb(), expected.rgb());
     }
 
     void cancelledViewDrawsNothing_data()
