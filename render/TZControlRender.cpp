@@ -1,11 +1,14 @@
 #include "TZControlRender.h"
 
 #include "TZRenderPanel.h"
+#include "TZRenderPanelClusterDiagram.h"
+#include "TZRenderPanelDotDensityDiagram.h"
 #include "TZRenderPanelFourColorTheorem.h"
 #include "TZRenderPanelGradingSymbol.h"
 #include "TZRenderPanelGraduatedSymbolsDiagram.h"
 #include "TZRenderPanelRuleBased.h"
 #include "TZRenderPanelSingleSymbol.h"
+#include "TZRenderPanelThermodynamicDiagram.h"
 #include "TZRenderPanelUniqueValues.h"
 #include "TZRenderTranslation.h"
 #include "TzImageRenderClassDialog.h"
@@ -138,6 +141,9 @@ void TZControlRender::initRenderCatalog()
     addRender(new TZRenderPanelGraduatedSymbolsDiagram(this));
     addRender(new TZRenderPanelRuleBased(this));
     addRender(new TZRenderPanelFourColorTheorem(this));
+    addRender(new TZRenderPanelThermodynamicDiagram(this));
+    addRender(new TZRenderPanelDotDensityDiagram(this));
+    addRender(new TZRenderPanelClusterDiagram(this));
     addRender(new TzImageRenderClassDialog(this));
     addRender(new TzImageRenderStretchDialog(this));
     addRender(new TzImageRenderUniqueDialog(this));
