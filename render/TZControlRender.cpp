@@ -3,6 +3,9 @@
 #include "TZRenderPanel.h"
 #include "TZRenderPanelSingleSymbol.h"
 #include "TZRenderPanelUniqueValues.h"
+#include "TZRenderPanelPieDiagram.h"
+#include "TZRenderPanelHistogramDiagram.h"
+#include "TZRenderPanelStackDiagram.h"
 #include "ui_TZControlRender.h"
 
 #include "data/TEFeatureLayer.h"
@@ -101,6 +104,9 @@ void TZControlRender::initRenderCatalog()
     // stretch, raster RGB composite.
     addRender(new TZRenderPanelSingleSymbol(this));
     addRender(new TZRenderPanelUniqueValues(this));
+    addRender(new TZRenderPanelPieDiagram(this));
+    addRender(new TZRenderPanelHistogramDiagram(this));
+    addRender(new TZRenderPanelStackDiagram(this));
 }
 
 void TZControlRender::addRender(TZRenderPanel* panel)
