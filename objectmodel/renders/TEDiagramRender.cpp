@@ -55,6 +55,10 @@ bool TEDiagramRender::DrawDiagram(QPainter*, TEFeature*, const QPointF&, const T
     return false;
 }
 
+void TEDiagramRender::PrepareDiagrams(const std::vector<TEFeature*>&)
+{
+}
+
 namespace {
 
 // The point halfway along a simple line string, by its length.

@@ -41,8 +41,8 @@ public Q_SLOTS:
     void onFieldsSelectChanged();
     void onColorRampChanged();
     void onItemDoubleClicked(QModelIndex index);
-    // The data check box cannot be cleared by a click: once checked it
-    // stays checked.
+    // Sets the data check box checked again when a click left it checked;
+    // it has no other effect, so the box toggles as any other does.
     void on_mCheckBoxShowLabel_clicked();
 
 protected:
