@@ -105,6 +105,12 @@ bool TZFeatureLayerDrawer::draw(QPainter* painter, const TZMapViewport& viewport
     painter->restore();
     if (finished && wholeLayer)
         finished = drawWholeLayer(painter, context);
+    // The render drew what it could (a rule whose filter does not compile
+    // draws nothing); what failed is reported with the layer's name.
+    if (finished && mRender && !mRender->GetLastError().IsEmpty()) {
+        mErrorText = mRender->GetLastError().toQString();
+        return false;
+    }
     return finished;
 }
 

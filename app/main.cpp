@@ -3,11 +3,14 @@
 #include "TZLayerTree.h"
 #include "TZMapCanvas.h"
 #include "TZMapWindow.h"
+#include "TZRenderTranslation.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDeadlineTimer>
 #include <QFileInfo>
+#include <QLibraryInfo>
+#include <QTranslator>
 #include <QTreeWidgetItem>
 
 #include <gdal.h>
@@ -40,6 +43,14 @@ int main(int argc, char** argv)
     QApplication::setApplicationName(QStringLiteral("tzmap"));
     QApplication::setOrganizationName(QStringLiteral("TZRender"));
     GDALAllRegister();
+
+    // tzmap's and the library's texts in the user's language where a
+    // translation exists, and Qt's own (standard dialogs) where installed.
+    TZRenderTranslation::install();
+    auto* qtTranslator = new QTranslator(&app);
+    if (qtTranslator->load(QLocale(), QStringLiteral("qtbase"), QStringLiteral("_"),
+                           QLibraryInfo::location(QLibraryInfo::TranslationsPath)))
+        QApplication::installTranslator(qtTranslator);
 
     QCommandLineParser parser;
     parser.setApplicationDescription(QApplication::translate("main", "Desktop map viewer and symbology editor."));

@@ -1,11 +1,13 @@
 #include "TZControlRender.h"
 
 #include "TZRenderPanel.h"
+#include "TZRenderPanelRuleBased.h"
 #include "TZRenderPanelSingleSymbol.h"
 #include "TZRenderPanelUniqueValues.h"
 #include "TZRenderPanelPieDiagram.h"
 #include "TZRenderPanelHistogramDiagram.h"
 #include "TZRenderPanelStackDiagram.h"
+#include "TZRenderTranslation.h"
 #include "ui_TZControlRender.h"
 
 #include "data/TEFeatureLayer.h"
@@ -47,8 +49,12 @@ TZControlRender* TZControlRender::instance(QWidget* parent)
     // Guarded so that a host which destroyed the dock along with its parent
     // gets a new dock instead of a dangling pointer.
     static QPointer<TZControlRender> dock;
-    if (!dock)
+    if (!dock) {
+        // The texts in the user's language, unless the host chose one.
+        if (TZRenderTranslation::installedFile().isEmpty())
+            TZRenderTranslation::install();
         dock = new TZControlRender(parent);
+    }
     return dock;
 }
 
@@ -57,8 +63,7 @@ TZControlRender::TZControlRender(QWidget* parent)
     , mUi(std::make_unique<Ui::TZControlRender>())
 {
     mUi->setupUi(this);
-    mUi->mButtonBox->button(QDialogButtonBox::Apply)->setText(tr("Apply"));
-    mUi->mButtonBox->button(QDialogButtonBox::Reset)->setText(tr("Reset"));
+    nameButtons();
     setupConnection();
     initRenderCatalog();
     mUi->mTabWidgetStyle->tabBar()->hide();
@@ -67,6 +72,25 @@ TZControlRender::TZControlRender(QWidget* parent)
 TZControlRender::~TZControlRender()
 {
     clear();
+}
+
+void TZControlRender::nameButtons()
+{
+    mUi->mButtonBox->button(QDialogButtonBox::Apply)->setText(tr("Apply"));
+    mUi->mButtonBox->button(QDialogButtonBox::Reset)->setText(tr("Reset"));
+}
+
+void TZControlRender::changeEvent(QEvent* event)
+{
+    TZDockWidget::changeEvent(event);
+    if (event->type() != QEvent::LanguageChange)
+        return;
+    // A translation installed while the dock exists (a host that loads one
+    // after making its main window, the dock among its children).
+    mUi->retranslateUi(this);
+    // The button box hears of the change after the dock and then gives its
+    // standard buttons Qt's own texts, so they are named again afterwards.
+    QMetaObject::invokeMethod(this, &TZControlRender::nameButtons, Qt::QueuedConnection);
 }
 
 void TZControlRender::setLayer(TELayer* layer)
@@ -104,6 +128,7 @@ void TZControlRender::initRenderCatalog()
     // stretch, raster RGB composite.
     addRender(new TZRenderPanelSingleSymbol(this));
     addRender(new TZRenderPanelUniqueValues(this));
+    addRender(new TZRenderPanelRuleBased(this));
     addRender(new TZRenderPanelPieDiagram(this));
     addRender(new TZRenderPanelHistogramDiagram(this));
     addRender(new TZRenderPanelStackDiagram(this));

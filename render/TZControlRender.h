@@ -53,6 +53,7 @@ public Q_SLOTS:
 
 protected:
     explicit TZControlRender(QWidget* parent);
+    void changeEvent(QEvent* event) override;
 
     void clear();
     void initRenderCatalog();
@@ -63,6 +64,7 @@ protected:
     bool getStyleType(TZObjects::TEStyle::StyleType& type);
 
 private:
+    void nameButtons();
     void addNoRenderEntry();
     TZRenderPanel* findPanel(const QString& name) const;
     void showRasterLayerStyle();

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Installs every Debian package the project needs to build, test, benchmark
-# and run tzmap. Does nothing when they are all present already.
+# Installs every Debian package the project needs to build, test, benchmark,
+# package (dpkg-dev and file for dpkg-shlibdeps) and run tzmap. Does nothing
+# when they are all present already.
 set -euo pipefail
 
 packages=(
@@ -8,6 +9,7 @@ packages=(
   qtbase5-dev qttools5-dev qttools5-dev-tools libqt5charts5-dev libqt5svg5-dev
   libgdal-dev gdal-bin libgeos-dev sqlite3 libsqlite3-dev libbenchmark-dev
   xvfb xauth
+  dpkg-dev file
 )
 
 missing=()

@@ -42,6 +42,10 @@ public:
     virtual std::vector<TEString> GetUsedAttributes() const;
     // Whether choosing a style needs the feature's geometry.
     virtual bool FilterNeedsGeometry() const { return false; }
+    // What kept the render from choosing styles as it was set up to since it
+    // was made or copied (a rule filter that does not compile), for the host
+    // to show; empty when nothing did. The features concerned are not drawn.
+    virtual TEString GetLastError() const { return TEString(); }
 
     // Whether the render draws from the whole layer at once (a density
     // surface, clusters) rather than, or besides, a style per feature. A

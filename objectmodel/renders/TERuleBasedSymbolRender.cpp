@@ -3,10 +3,12 @@
 #include "data/TEFeature.h"
 #include "data/TEWhereClause.h"
 #include "renders/TEFileFunc.h"
+#include "symbology/TEStyleMultiLayer.h"
 
 #include <QJsonArray>
 #include <QRegularExpression>
 #include <QSet>
+#include <QStringList>
 
 #include <algorithm>
 
@@ -43,19 +45,34 @@ std::vector<TEString> FieldsOfExpression(const TEString& expression)
     return fields;
 }
 
+bool IsBlank(const TEString& expression)
+{
+    return expression.toQString().trimmed().isEmpty();
+}
+
 } // namespace
+
+// The symbol made for one combination of matching rules, with the styles it
+// was made from, so that a rule given another style since is noticed.
+struct TERuleBasedSymbolRender::Composite
+{
+    std::vector<int> rules;
+    std::vector<TERefPtr<TEStyle>> sources;
+    TERefPtr<TEStyle> style;
+};
 
 TERuleBasedSymbolRender::Rule::Rule() = default;
 
 TERuleBasedSymbolRender::Rule::Rule(const TERefPtr<TEStyle>& style, const TEString& expression,
                                     const TEString& label)
-    : mExpression(expression), mStyle(style), mLabel(label)
+    : mExpression(expression), mMatchesAll(IsBlank(expression)), mStyle(style), mLabel(label)
 {
 }
 
 TERuleBasedSymbolRender::Rule::Rule(const Rule& other)
     : TERefBase(other)
     , mExpression(other.mExpression)
+    , mMatchesAll(other.mMatchesAll)
     , mStyle(CloneStyle(other.mStyle))
     , mLabel(other.mLabel)
     , mScaleRange(other.mScaleRange)
@@ -76,6 +93,7 @@ void TERuleBasedSymbolRender::Rule::SetExpression(const TEString& expression)
 {
     std::lock_guard<std::mutex> lock(mCompileMutex);
     mExpression = expression;
+    mMatchesAll = IsBlank(expression);
     DropCompiled();
 }
 
@@ -92,7 +110,7 @@ bool TERuleBasedSymbolRender::Rule::Matches(TEFeature* feature) const
 {
     if (!feature || !feature->GetHandle())
         return false;
-    if (mExpression.toQString().trimmed().isEmpty())
+    if (mMatchesAll)
         return true;
     OGRFeatureDefnH definition = OGR_F_GetDefnRef(feature->GetHandle());
     std::lock_guard<std::mutex> lock(mCompileMutex);
@@ -152,12 +170,16 @@ bool TERuleBasedSymbolRender::Rule::open(const QJsonObject& json, TEString* erro
     return TEFileFunc::OpenStyle(json.value(QStringLiteral("style")), mStyle, error);
 }
 
+TERuleBasedSymbolRender::TERuleBasedSymbolRender() = default;
+
 TERuleBasedSymbolRender::TERuleBasedSymbolRender(const TERuleBasedSymbolRender& other)
     : TEFeatureRender(other)
 {
     for (const TERefPtr<Rule>& rule : other.mRules)
         mRules.push_back(rule->Clone());
 }
+
+TERuleBasedSymbolRender::~TERuleBasedSymbolRender() = default;
 
 TERefPtr<TEFeatureRender> TERuleBasedSymbolRender::Clone() const
 {
@@ -169,11 +191,85 @@ TERefPtr<TEStyle> TERuleBasedSymbolRender::GetStyleByFeature(TEFeature* feature,
 {
     if (!feature)
         return {};
-    for (const TERefPtr<Rule>& rule : mRules) {
-        if ((ignoreScaleRange || rule->ScaleRange().Contains(scale)) && rule->Matches(feature))
-            return rule->Style();
+    // Indexes of the matching rules; few rules need no allocation.
+    constexpr int Inline = 32;
+    int inlineMatched[Inline];
+    std::vector<int> moreMatched;
+    int* matched = inlineMatched;
+    if (mRules.size() > size_t(Inline)) {
+        moreMatched.resize(mRules.size());
+        matched = moreMatched.data();
     }
-    return {};
+    int count = 0;
+    for (size_t i = 0; i < mRules.size(); ++i) {
+        const Rule* rule = mRules[i].get();
+        // The scale range is a comparison; the filter may be an evaluation
+        // of the whole record, so it comes second.
+        if (!rule->mStyle || !(ignoreScaleRange || rule->mScaleRange.Contains(scale)) || !rule->Matches(feature))
+            continue;
+        matched[count++] = int(i);
+    }
+    if (count == 0)
+        return {};
+    if (count == 1)
+        return mRules[size_t(matched[0])]->mStyle;
+    return CompositeOf(matched, count);
+}
+
+TERefPtr<TEStyle> TERuleBasedSymbolRender::CompositeOf(const int* matched, int count) const
+{
+    std::lock_guard<std::mutex> lock(mCompositeMutex);
+    for (const Composite& made : mComposites) {
+        if (int(made.rules.size()) != count || !std::equal(made.rules.begin(), made.rules.end(), matched))
+            continue;
+        bool current = true;
+        for (int i = 0; i < count && current; ++i)
+            current = made.sources[size_t(i)] == mRules[size_t(matched[i])]->mStyle;
+        if (current)
+            return made.style;
+        break;
+    }
+    Composite made;
+    const TERefPtr<TEStyle>& first = mRules[size_t(matched[0])]->mStyle;
+    auto symbol = MakeRef<TEStyleMultiLayer>(first->GetStyleType());
+    for (int i = 0; i < count; ++i) {
+        const TERefPtr<TEStyle>& style = mRules[size_t(matched[i])]->mStyle;
+        made.rules.push_back(matched[i]);
+        made.sources.push_back(style);
+        // The layers of a multi-layer symbol join in their own drawing
+        // order, so that symbol priorities keep working layer by layer.
+        if (const auto* multi = dynamic_cast<const TEStyleMultiLayer*>(style.get())) {
+            for (int index : multi->DrawingOrder())
+                symbol->AddLayer(TERefPtr<TEStyle>(multi->GetLayer(index)));
+        } else {
+            symbol->AddLayer(style);
+        }
+    }
+    made.style = symbol;
+    // The combinations met in one drawing are few; a render whose rules
+    // change keeps only the latest ones.
+    constexpr size_t MaxComposites = 256;
+    if (mComposites.size() >= MaxComposites)
+        mComposites.clear();
+    mComposites.erase(std::remove_if(mComposites.begin(), mComposites.end(),
+                                     [&](const Composite& old) { return old.rules == made.rules; }),
+                      mComposites.end());
+    mComposites.push_back(std::move(made));
+    return symbol;
+}
+
+TEString TERuleBasedSymbolRender::GetLastError() const
+{
+    QStringList failures;
+    for (size_t i = 0; i < mRules.size(); ++i) {
+        const TEString error = mRules[i]->GetError();
+        if (error.IsEmpty())
+            continue;
+        const QString label = mRules[i]->Label().toQString();
+        failures << (label.isEmpty() ? QStringLiteral("rule %1: %2").arg(i + 1).arg(error.toQString())
+                                     : QStringLiteral("rule %1 \"%2\": %3").arg(i + 1).arg(label, error.toQString()));
+    }
+    return TEString(failures.join(QStringLiteral("; ")));
 }
 
 std::vector<TEString> TERuleBasedSymbolRender::GetUsedAttributes() const
@@ -196,8 +292,22 @@ bool TERuleBasedSymbolRender::FilterNeedsGeometry() const
 
 void TERuleBasedSymbolRender::AddRule(const TERefPtr<Rule>& rule)
 {
-    if (rule)
-        mRules.push_back(rule);
+    if (!rule)
+        return;
+    mRules.push_back(rule);
+    DropComposites();
+}
+
+void TERuleBasedSymbolRender::RemoveAllRules()
+{
+    mRules.clear();
+    DropComposites();
+}
+
+void TERuleBasedSymbolRender::DropComposites()
+{
+    std::lock_guard<std::mutex> lock(mCompositeMutex);
+    mComposites.clear();
 }
 
 TERefPtr<TERuleBasedSymbolRender::Rule> TERuleBasedSymbolRender::GetRule(int index) const
@@ -211,6 +321,7 @@ void TERuleBasedSymbolRender::RemoveRule(int index)
 {
     if (index >= 0 && index < RuleCount())
         mRules.erase(mRules.begin() + index);
+    DropComposites();
 }
 
 void TERuleBasedSymbolRender::save(QJsonObject& json) const
@@ -229,7 +340,7 @@ bool TERuleBasedSymbolRender::open(const QJsonObject& json, TEString* error)
 {
     if (!TEFeatureRender::open(json, error))
         return false;
-    mRules.clear();
+    RemoveAllRules();
     bool ok = true;
     for (const QJsonValue& value : json.value(QStringLiteral("rules")).toArray()) {
         auto rule = MakeRef<Rule>();

@@ -11,10 +11,13 @@ namespace TZObjects {
 
 class TEWhereClause;
 
-// Draws each feature with the style of the first rule, in rule order, whose
-// filter the feature passes and whose scale range holds the map scale.
-// Filters are OGR SQL where-clauses ("pop > 1000 AND kind = 'city'"),
-// evaluated on the feature's OGR record.
+// Draws each feature with the styles of every rule whose scale range holds
+// the map scale and whose filter the feature passes, one over the other in
+// rule order. Filters are OGR SQL where-clauses ("pop > 1000 AND kind =
+// 'city'"), compiled once per feature definition and evaluated on the
+// feature's OGR record; a rule's scale range is checked before its filter.
+// A filter that does not compile matches nothing (the other rules still
+// draw) and is reported by GetLastError().
 class TZOBJECTS_EXPORT TERuleBasedSymbolRender : public TEFeatureRender
 {
 public:
@@ -50,7 +53,8 @@ public:
         TEScaleRange ScaleRange() const { return mScaleRange; }
 
         // Whether the feature passes the filter. The filter is compiled once
-        // per feature layout and kept.
+        // per feature definition and kept; a blank filter passes every
+        // feature without being compiled.
         bool Matches(TEFeature* feature) const;
         // The compile error of the last evaluation, empty when none.
         TEString GetError() const;
@@ -65,9 +69,14 @@ public:
         bool open(const QJsonObject& json, TEString* error = nullptr);
 
     private:
+        // The render reads the style and scale range of each rule for every
+        // feature, without taking references.
+        friend class TERuleBasedSymbolRender;
+
         void DropCompiled() const;
 
         TEString mExpression;
+        bool mMatchesAll = true;
         TERefPtr<TEStyle> mStyle;
         TEString mLabel;
         TEScaleRange mScaleRange;
@@ -80,13 +89,19 @@ public:
         mutable TEString mError;
     };
 
-    TERuleBasedSymbolRender() = default;
+    TERuleBasedSymbolRender();
     TERuleBasedSymbolRender(const TERuleBasedSymbolRender& other);
+    ~TERuleBasedSymbolRender() override;
 
     TEString GetType() const override { return L"Rule-based"; }
     TERefPtr<TEFeatureRender> Clone() const override;
+    // The style of the one matching rule, or, when several match, one
+    // symbol made of their styles in rule order (kept for the next feature
+    // that matches the same rules).
     TERefPtr<TEStyle> GetStyleByFeature(TEFeature* feature, const double& scale,
                                         bool ignoreScaleRange = false) const override;
+    // Names the rules, by position and label, whose filters did not compile.
+    TEString GetLastError() const override;
     std::vector<TEString> GetUsedAttributes() const override;
     bool FilterNeedsGeometry() const override;
 
@@ -95,7 +110,7 @@ public:
     // The rule at index, or empty when out of range.
     TERefPtr<Rule> GetRule(int index) const;
     void RemoveRule(int index);
-    void RemoveAllRules() { mRules.clear(); }
+    void RemoveAllRules();
 
     void save(QJsonObject& json) const override;
     bool open(const QJsonObject& json, TEString* error = nullptr) override;
@@ -104,7 +119,14 @@ protected:
     void VisitStyles(const StyleVisitor& visit) override;
 
 private:
+    struct Composite;
+    TERefPtr<TEStyle> CompositeOf(const int* matched, int count) const;
+    void DropComposites();
+
     std::vector<TERefPtr<Rule>> mRules;
+    // Symbols made for the combinations of rules met so far.
+    mutable std::mutex mCompositeMutex;
+    mutable std::vector<Composite> mComposites;
 };
 
 } // namespace TZObjects

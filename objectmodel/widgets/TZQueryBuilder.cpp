@@ -12,6 +12,7 @@
 #include <QMessageBox>
 #include <QSet>
 
+#include <cpl_error.h>
 #include <ogr_api.h>
 
 using namespace TZObjects;
@@ -148,9 +149,17 @@ int TZQueryBuilder::countSelected(QString* error)
             count = -1;
             return;
         }
+        // A source that evaluates the clause itself (SQLite, PostGIS) may
+        // accept it and fail only on the first read; the read then simply
+        // ends, so the error is what tells a failure from no match.
+        CPLErrorReset();
         while (OGRFeatureH feature = cursor->NextOgrFeature()) {
             OGR_F_Destroy(feature);
             ++count;
+        }
+        if (CPLGetLastErrorType() >= CE_Failure) {
+            searchError = QString::fromUtf8(CPLGetLastErrorMsg());
+            count = -1;
         }
     });
     if (!finished) {

@@ -209,20 +209,21 @@ private Q_SLOTS:
         QCOMPARE(StyleFor(*render, a), expected);
     }
 
-    void ruleFiltersChooseTheFirstMatchingRule_data()
+    void ruleFiltersDrawEveryMatchingRuleInOrder_data()
     {
         QTest::addColumn<QString>("kind");
         QTest::addColumn<double>("pop");
         QTest::addColumn<double>("scale");
         QTest::addColumn<QString>("expected");
 
-        QTest::newRow("first rule") << "city" << 2000.0 << AnyScale << "#ff0000";
-        QTest::newRow("second rule") << "town" << 50.0 << AnyScale << "#00ff00";
-        QTest::newRow("first rule out of scale falls to next") << "city" << 2000.0 << 1e6 << "#0000ff";
-        QTest::newRow("empty filter catches the rest") << "village" << 1.0 << AnyScale << "#0000ff";
+        QTest::newRow("first and catch-all") << "city" << 2000.0 << AnyScale << "#ff0000,#0000ff";
+        QTest::newRow("second and catch-all") << "town" << 50.0 << AnyScale << "#00ff00,#0000ff";
+        QTest::newRow("first out of scale") << "city" << 2000.0 << 1e6 << "#0000ff";
+        QTest::newRow("catch-all alone") << "village" << 1.0 << AnyScale << "#0000ff";
+        QTest::newRow("three rules") << "town" << 2000.0 << AnyScale << "#ffff00,#00ff00,#0000ff";
     }
 
-    void ruleFiltersChooseTheFirstMatchingRule()
+    void ruleFiltersDrawEveryMatchingRuleInOrder()
     {
         QFETCH(QString, kind);
         QFETCH(double, pop);
@@ -235,30 +236,76 @@ private Q_SLOTS:
         big->SetMinimumScale(100000);
         big->SetMaximumScale(1);
         render.AddRule(big);
+        render.AddRule(MakeRef<TERuleBasedSymbolRender::Rule>(PointStyle(255, 255, 0), L"pop >= 2000 AND kind <> 'city'"));
         render.AddRule(MakeRef<TERuleBasedSymbolRender::Rule>(PointStyle(0, 255, 0), L"kind IN ('town') OR pop < 0"));
         render.AddRule(MakeRef<TERuleBasedSymbolRender::Rule>(PointStyle(0, 0, 255), L""));
 
         const QByteArray utf8 = kind.toUtf8();
         Attributes a = Kind(utf8.constData());
         a.pop = pop;
-        QCOMPARE(StyleFor(render, a, scale), expected);
+        const TERefPtr<TEFeature> feature = MakeFeature(a);
+        const TERefPtr<TEStyle> style = render.GetStyleByFeature(feature.get(), scale);
+        QStringList colours;
+        if (const auto* multi = dynamic_cast<const TEStyleMultiLayer*>(style.get())) {
+            for (int i = 0; i < multi->GetLayerCount(); ++i)
+                colours << ColorName(TERefPtr<TEStyle>(multi->GetLayer(i)));
+        } else {
+            colours << ColorName(style);
+        }
+        QCOMPARE(colours.join(QLatin1Char(',')), expected);
+        // A second feature of the same rules gets the same symbol, not a new one.
+        QVERIFY(render.GetStyleByFeature(MakeFeature(a).get(), scale) == style);
+    }
+
+    void ruleStyleChangesReachTheCombinedSymbol()
+    {
+        TERuleBasedSymbolRender render;
+        auto first = MakeRef<TERuleBasedSymbolRender::Rule>(PointStyle(255, 0, 0), L"kind = 'city'");
+        render.AddRule(first);
+        render.AddRule(MakeRef<TERuleBasedSymbolRender::Rule>(PointStyle(0, 0, 255), L""));
+        const TERefPtr<TEFeature> city = MakeFeature(Kind("city"));
+        QCOMPARE(StyleFor(render, Kind("city")), QStringLiteral("#ff0000"));
+        first->SetStyle(PointStyle(0, 255, 0));
+        const TERefPtr<TEStyle> style = render.GetStyleByFeature(city.get(), AnyScale);
+        const auto* multi = dynamic_cast<const TEStyleMultiLayer*>(style.get());
+        QVERIFY(multi);
+        QCOMPARE(multi->GetLayerCount(), 2);
+        QCOMPARE(ColorName(TERefPtr<TEStyle>(multi->GetLayer(0))), QStringLiteral("#00ff00"));
+        // A rule without a symbol draws nothing and is left out.
+        first->SetStyle(TERefPtr<TEStyle>());
+        QCOMPARE(StyleFor(render, Kind("city")), QStringLiteral("#0000ff"));
     }
 
     void invalidRuleMatchesNothingAndSaysWhy()
     {
         TERuleBasedSymbolRender render;
-        auto broken = MakeRef<TERuleBasedSymbolRender::Rule>(PointStyle(255, 0, 0), L"kind = = 'city'");
+        auto broken = MakeRef<TERuleBasedSymbolRender::Rule>(PointStyle(255, 0, 0), L"kind = = 'city'", L"Cities");
         render.AddRule(broken);
-        QCOMPARE(StyleFor(render, Kind("city")), QStringLiteral("null"));
+        auto distant = MakeRef<TERuleBasedSymbolRender::Rule>(PointStyle(0, 255, 0), L"nosuchfield > 3");
+        distant->SetScaleFilter(true);
+        distant->SetMinimumScale(1);
+        distant->SetMaximumScale(10);
+        render.AddRule(distant);
+        render.AddRule(MakeRef<TERuleBasedSymbolRender::Rule>(PointStyle(0, 0, 255), L"kind = 'city'"));
+        QVERIFY(render.GetLastError().IsEmpty());
+        // The broken rule matches nothing, the others still do.
+        QCOMPARE(StyleFor(render, Kind("city")), QStringLiteral("#0000ff"));
         QVERIFY(!broken->GetError().IsEmpty());
+        // Out of its scale range a rule's filter is never compiled, so a
+        // broken filter there costs nothing and reports nothing.
+        QVERIFY(distant->GetError().IsEmpty());
+        const QString error = render.GetLastError().toQString();
+        QVERIFY2(error.startsWith(QStringLiteral("rule 1 \"Cities\": ")), qPrintable(error));
+        QVERIFY2(!error.contains(QStringLiteral("rule 2")), qPrintable(error));
 
-        auto unknownField = MakeRef<TERuleBasedSymbolRender::Rule>(PointStyle(255, 0, 0), L"nosuchfield > 3");
-        QVERIFY(!unknownField->Matches(MakeFeature(Kind("city")).get()));
-        QVERIFY(!unknownField->GetError().IsEmpty());
+        QCOMPARE(StyleFor(render, Kind("city"), 5.0), QStringLiteral("#0000ff"));
+        QVERIFY(render.GetLastError().toQString().contains(QStringLiteral("; rule 2: ")));
 
         broken->SetExpression(L"kind = 'city'");
+        distant->SetExpression(L"kind = 'none'");
         QCOMPARE(StyleFor(render, Kind("city")), QStringLiteral("#ff0000"));
         QVERIFY(broken->GetError().IsEmpty());
+        QVERIFY(render.GetLastError().IsEmpty());
     }
 
     void ruleReportsTheFieldsAndGeometryItReads()
