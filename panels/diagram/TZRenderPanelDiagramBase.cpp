@@ -86,6 +86,9 @@ TEFeatureLayer* TZRenderPanelDiagramBase::resetFields()
 
 void TZRenderPanelDiagramBase::readItems(const TEDiagramRender* render)
 {
+    // The page's own render carries its background: held from another
+    // layer, it would be set under this layer's diagram on the next apply.
+    mBackground = render->GetBackgroundRender();
     QStringList names;
     for (const TERefPtr<TEDiagramRenderItem>& item : render->GetItems()) {
         const QString field = item->GetField().toQString();

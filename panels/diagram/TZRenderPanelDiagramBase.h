@@ -58,9 +58,9 @@ protected:
     // current layer, or null when there is none or it is not valid (the
     // reset then stops).
     TZObjects::TEFeatureLayer* resetFields();
-    // Reads a diagram render's items back: one row per item with its style
-    // as it is, each listed field checked quietly, the combo text the
-    // names joined with ",".
+    // Reads a diagram render of the page's kind back: its background, one
+    // row per item with its style as it is, each listed field checked
+    // quietly, the combo text the names joined with ",".
     void readItems(const TZObjects::TEDiagramRender* render);
     // The layer's render is not this page's kind: another diagram hands
     // over its own background, anything else becomes the background.

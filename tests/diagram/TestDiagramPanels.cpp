@@ -335,6 +335,26 @@ private Q_SLOTS:
         }
     }
 
+    void backgroundHeldForOneLayerIsNotSetUnderAnothersDiagram()
+    {
+        // The page first sees a layer with a single symbol, then one that
+        // already has a pie over its own background.
+        TERefPtr<TEMemoryFeatureLayer> plain = regions();
+        QVERIFY(openPanel<TZRenderPanelPieDiagram>(plain.get()));
+        TERefPtr<TEMemoryFeatureLayer> charted = regions();
+        auto own = MakeRef<TESingleSymbolRender>(fill(Qt::yellow));
+        auto pie = MakeRef<TEPieDiagramRender>();
+        pie->AddItem(L"young", L"young", fill(Qt::red));
+        pie->SetBackgroundRender(own.get());
+        charted->SetSymbolRender(pie);
+        auto* panel = openPanel<TZRenderPanelPieDiagram>(charted.get());
+        QVERIFY(panel);
+        QCOMPARE(modelFields(modelOf(panel)), QStringList{"young"});
+        QVERIFY(apply());
+        QCOMPARE(charted->GetRender().get(), static_cast<TERender*>(pie.get()));
+        QCOMPARE(pie->GetBackgroundRender().get(), static_cast<TEFeatureRender*>(own.get()));
+    }
+
     void histogramWidthUnitsConvertByThePageFactors_data()
     {
         QTest::addColumn<QList<int>>("units");
