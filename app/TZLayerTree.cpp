@@ -4,17 +4,21 @@
 #include "data/TERasterDirLayer.h"
 #include "renders/TECategorizedSymbolRender.h"
 #include "renders/TEDiagramRender.h"
+#include "renders/TEFourColorTheoremRender.h"
 #include "renders/TEGraduatedSymbolsDiagramRender.h"
 #include "renders/TERuleBasedSymbolRender.h"
 #include "renders/TESingleSymbolRender.h"
 #include "symbology/TEStyle.h"
 
 #include <QApplication>
+#include <QColor>
 #include <QDropEvent>
 #include <QHeaderView>
 #include <QLocale>
 #include <QPainter>
 #include <QStyle>
+
+#include <algorithm>
 
 using namespace TZObjects;
 
@@ -219,10 +223,36 @@ void TZLayerTree::fillLegend(QTreeWidgetItem* item, TELayer* layer, TEFeatureRen
             const QString label = rule->Label().toQString();
             addLegendItem(item, rule->Style().get(), label.isEmpty() ? rule->Expression().toQString() : label);
         }
+    } else if (auto* fourColor = dynamic_cast<TEFourColorTheoremRender*>(render)) {
+        item->setIcon(0, QIcon());
+        addFourColorLegend(item, dynamic_cast<TEFeatureLayer*>(layer), fourColor);
     } else {
         const std::vector<TERefPtr<TEStyle>> styles = render->GetStyles();
         item->setIcon(0, styles.empty() ? layerTypeIcon(layer) : symbolIcon(styles.front().get()));
     }
+}
+
+void TZLayerTree::addFourColorLegend(QTreeWidgetItem* parent, const TEFeatureLayer* layer,
+                                     const TEFourColorTheoremRender* render)
+{
+    // The palette, each colour once in the order the features use it, on the
+    // default style's outline; then the default style itself when some
+    // features were left uncoloured.
+    const TERefPtr<TEStyle> base = render->getDefaultStyle();
+    std::vector<uint32_t> shown;
+    for (const auto& entry : render->getColorMap()) {
+        const uint32_t rgb = entry.second.GetColor() & 0xFFFFFFu;
+        if (std::find(shown.begin(), shown.end(), rgb) != shown.end())
+            continue;
+        shown.push_back(rgb);
+        TERefPtr<TEStyle> swatch = base ? base->Clone() : TERefPtr<TEStyle>();
+        if (swatch)
+            swatch->SetColor(entry.second);
+        addLegendItem(parent, swatch.get(),
+                      QColor(entry.second.getR(), entry.second.getG(), entry.second.getB()).name());
+    }
+    if (layer && int(render->getColorMap().size()) < layer->GetFeatureCount())
+        addLegendItem(parent, base.get(), tr("Uncolored"));
 }
 
 void TZLayerTree::addLegendItem(QTreeWidgetItem* parent, const TEStyle* style, const QString& label)

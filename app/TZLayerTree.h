@@ -6,7 +6,9 @@
 #include <QTreeWidget>
 
 namespace TZObjects {
+class TEFeatureLayer;
 class TEFeatureRender;
+class TEFourColorTheoremRender;
 class TEStyle;
 }
 
@@ -66,6 +68,8 @@ private:
     // The legend entries (or the layer icon) of a render; a diagram render
     // lists its background render's entries and then its own items.
     void fillLegend(QTreeWidgetItem* item, TZObjects::TELayer* layer, TZObjects::TEFeatureRender* render);
+    void addFourColorLegend(QTreeWidgetItem* parent, const TZObjects::TEFeatureLayer* layer,
+                            const TZObjects::TEFourColorTheoremRender* render);
 
     std::vector<TZObjects::TERefPtr<TZObjects::TELayer>> mLayers;
 };

@@ -4,6 +4,8 @@
 // in this process, plus the time the model spends building rows and symbols
 // after the values are in. A field with 100,000 distinct values shows that
 // neither collection nor row building grows faster than the value count.
+// A small GeoPackage (3,231 points, 56 values) shows the fixed cost of one
+// collection against SQLite on a file it holds open.
 //
 // Usage: bench_unique_values [folder]   (default: <temp>/tzrender-bench-unique;
 // the GeoPackage is made once and reused by later runs)
@@ -34,6 +36,8 @@ constexpr int kFeatureCount = 1000000;
 constexpr int kKinds = 250;
 constexpr int kCodes = 100000;
 constexpr int kRepeats = 5;
+constexpr int kSmallCount = 3231;
+constexpr int kSmallValues = 56;
 
 // The model writes " coast time 2:" (row building, seconds) to the debug
 // output; the handler keeps the last value.
@@ -126,11 +130,11 @@ Timing tableQuery(TEFeatureLayer* layer, const QString& field, bool count)
     return t;
 }
 
-void report(const char* what, const Comparison& c, const char* referenceName)
+void report(const char* what, const Comparison& c, const char* referenceName, double target)
 {
-    std::printf("  %-24s %8.1f ms (%6d values, rows %6.2f ms)  vs %-15s %8.1f ms  ratio %5.2fx  (target <= 1.5x: %s)\n",
-                what, c.ours.ms, c.ours.rows, c.ours.rowBuildingMs, referenceName, c.reference.ms, c.ratio,
-                c.ratio <= 1.5 ? "met" : "MISSED");
+    std::printf("  %-24s %8.2f ms (%6d values, rows %6.2f ms)  vs %-15s %8.2f ms  ratio %5.2fx  (target < %.1fx: %s)\n",
+                what, c.ours.ms, c.ours.rows, c.ours.rowBuildingMs, referenceName, c.reference.ms, c.ratio, target,
+                c.ratio < target ? "met" : "MISSED");
 }
 
 } // namespace
@@ -177,8 +181,8 @@ int main(int argc, char** argv)
         const Comparison tableDistinct = compare([&] { return tableQuery(layer.get(), field, false); }, distinct);
 
         std::printf(" field \"%s\":\n", field);
-        report("with counts", counted, "SQLite GROUP BY");
-        report("without counts", uncounted, "SQLite DISTINCT");
+        report("with counts", counted, "SQLite GROUP BY", 1.0);
+        report("without counts", uncounted, "SQLite DISTINCT", 1.0);
         std::printf("  the data source's query alone: counts %.2fx, distinct %.2fx\n", tableCounts.ratio,
                     tableDistinct.ratio);
         std::printf("  rows and symbols: %.2f us per value\n",
@@ -187,6 +191,28 @@ int main(int argc, char** argv)
             std::printf("  row building for %d values: %.2f ms (target < 50 ms: %s)\n", counted.ours.rows,
                         counted.ours.rowBuildingMs, counted.ours.rowBuildingMs < 50.0 ? "met" : "MISSED");
     }
+    sqlite3_close(db);
+
+    // A small layer must not pay a fixed cost per query (opening the source
+    // anew): 56 values over 3,231 points, against SQLite on an open file.
+    const QString smallPath = BenchSupport::ensurePointGeoPackage(
+        folder, QStringLiteral("points-small.gpkg"), kSmallCount, {{"place", OFTString}}, 77,
+        [](OGRFeatureH feature, int, unsigned state) {
+            OGR_F_SetFieldString(feature, 0, QByteArray("place ").append(QByteArray::number((state >> 8) % kSmallValues)));
+        });
+    const TERefPtr<TEFeatureLayer> small = smallPath.isEmpty() ? nullptr : TEFeatureLayer::Open(smallPath);
+    if (!small || sqlite3_open_v2(smallPath.toUtf8().constData(), &db, SQLITE_OPEN_READONLY, nullptr) != SQLITE_OK) {
+        std::fprintf(stderr, "Cannot open %s\n", qPrintable(smallPath));
+        return 1;
+    }
+    const Comparison smallCounted =
+        compare([&] { return addAllValues(small.get(), "place", true, ramp.get()); },
+                [&] { return sqliteQuery(db, "SELECT place, COUNT(*) FROM points GROUP BY place"); });
+    const Comparison smallQuery = compare([&] { return tableQuery(small.get(), "place", true); },
+                                          [&] { return sqliteQuery(db, "SELECT place, COUNT(*) FROM points GROUP BY place"); });
+    std::printf(" small layer, %d points:\n", kSmallCount);
+    report("with counts", smallCounted, "SQLite GROUP BY", 2.0);
+    std::printf("  the data source's query alone: %.2f ms, %.2fx\n", smallQuery.ours.ms, smallQuery.ratio);
     sqlite3_close(db);
     return 0;
 }

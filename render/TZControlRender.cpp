@@ -1,6 +1,7 @@
 #include "TZControlRender.h"
 
 #include "TZRenderPanel.h"
+#include "TZRenderPanelFourColorTheorem.h"
 #include "TZRenderPanelRuleBased.h"
 #include "TZRenderPanelSingleSymbol.h"
 #include "TZRenderPanelUniqueValues.h"
@@ -8,6 +9,9 @@
 #include "TZRenderPanelHistogramDiagram.h"
 #include "TZRenderPanelStackDiagram.h"
 #include "TZRenderTranslation.h"
+#include "TzImageRenderClassDialog.h"
+#include "TzImageRenderColormapDialog.h"
+#include "TzImageRenderUniqueDialog.h"
 #include "ui_TZControlRender.h"
 
 #include "data/TEFeatureLayer.h"
@@ -129,9 +133,13 @@ void TZControlRender::initRenderCatalog()
     addRender(new TZRenderPanelSingleSymbol(this));
     addRender(new TZRenderPanelUniqueValues(this));
     addRender(new TZRenderPanelRuleBased(this));
+    addRender(new TZRenderPanelFourColorTheorem(this));
     addRender(new TZRenderPanelPieDiagram(this));
     addRender(new TZRenderPanelHistogramDiagram(this));
     addRender(new TZRenderPanelStackDiagram(this));
+    addRender(new TzImageRenderClassDialog(this));
+    addRender(new TzImageRenderUniqueDialog(this));
+    addRender(new TzImageRenderColormapDialog(this));
 }
 
 void TZControlRender::addRender(TZRenderPanel* panel)

@@ -116,6 +116,14 @@ GDALDatasetH createRaster(const std::string& path, int width, int height, int ba
 
 } // namespace
 
+const std::vector<short>& TZSampleDataGenerator::LandUseCodes()
+{
+    // Two-level codes (group, then kind), as class rasters from mapping
+    // agencies carry them.
+    static const std::vector<short> codes = {111, 311, 511, 211, 121, 122, 141, 411};
+    return codes;
+}
+
 const std::vector<std::string>& TZSampleDataGenerator::LandUseClasses()
 {
     static const std::vector<std::string> classes = {"Residential", "Forest", "Water", "Farmland",
@@ -689,6 +697,26 @@ bool TZSampleDataGenerator::writeRasters(std::string* error)
         GDALSetRasterNoDataValue(band, 0);
         if (GDALRasterIO(band, GF_Write, 0, 0, RasterWidth, RasterHeight, classes.data(), RasterWidth, RasterHeight,
                          GDT_Byte, 0, 0) != CE_None)
+            return fail(error, "cannot write " + path);
+    }
+
+    // The land-use classes again as Int16 codes without a colour table, for
+    // classified and unique-value rendering; no-data where the survey of the
+    // elevation did not reach.
+    {
+        const std::string path = joinPath(mOutDir, LandUseCodesName);
+        DatasetPtr ds(createRaster(path, RasterWidth, RasterHeight, 1, GDT_Int16, OriginX, OriginY + Height, wkt.c_str(), nullptr));
+        if (!ds)
+            return fail(error, "cannot create " + path);
+        std::vector<short> codes(pixels);
+        for (std::size_t k = 0; k < pixels; ++k)
+            codes[k] = elevation[k] == static_cast<float>(ElevationNoData) ? static_cast<short>(LandUseCodesNoData)
+                                                                            : LandUseCodes()[classes[k] - 1];
+        GDALRasterBandH band = GDALGetRasterBand(ds.get(), 1);
+        GDALSetRasterNoDataValue(band, LandUseCodesNoData);
+        GDALSetDescription(band, "land use code");
+        if (GDALRasterIO(band, GF_Write, 0, 0, RasterWidth, RasterHeight, codes.data(), RasterWidth, RasterHeight,
+                         GDT_Int16, 0, 0) != CE_None)
             return fail(error, "cannot write " + path);
     }
 

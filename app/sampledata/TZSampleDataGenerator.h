@@ -14,7 +14,8 @@
 // "places" (points) and "roads" (lines), and the rasters elevation.tif
 // (Float32 with no-data), image_rgb.tif (3-band Byte), image_rgbn.tif
 // (4-band Byte, red/green/blue/near infrared), landcover.tif (paletted
-// Byte) and tiles/ (the elevation cut into tiles, for a raster directory
+// Byte), landuse_codes.tif (the same classes as Int16 codes, no palette)
+// and tiles/ (the elevation cut into tiles, for a raster directory
 // layer). Everything lies in EPSG:3857 over the same 60 x 45 km area and is
 // reproducible: the same seed writes the same values.
 class TZSampleDataGenerator
@@ -25,12 +26,17 @@ public:
     static constexpr const char* RgbImageName = "image_rgb.tif";
     static constexpr const char* RgbnImageName = "image_rgbn.tif";
     static constexpr const char* LandcoverName = "landcover.tif";
+    static constexpr const char* LandUseCodesName = "landuse_codes.tif";
+    static constexpr int LandUseCodesNoData = -1;
     static constexpr const char* TilesFolderName = "tiles";
     static constexpr double ElevationNoData = -9999.0;
 
     // The land-use classes of "regions" and of the landcover raster (whose
     // pixel value is the index + 1; 0 is no-data).
     static const std::vector<std::string>& LandUseClasses();
+    // The Int16 code of each land-use class in landuse_codes.tif, in the
+    // order of LandUseClasses().
+    static const std::vector<short>& LandUseCodes();
     static const std::vector<std::string>& PlaceTypes();
     static const std::vector<std::string>& RoadClasses();
 

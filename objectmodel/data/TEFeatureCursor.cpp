@@ -9,6 +9,13 @@ TEFeatureCursor::TEFeatureCursor(GDALDatasetH dataset, OGRLayerH layer, TERefPtr
         OGR_L_ResetReading(mLayer);
 }
 
+TEFeatureCursor::TEFeatureCursor(TEHandlePool::Lease dataset, OGRLayerH layer, TERefPtr<TEFields> fields)
+    : mLease(std::move(dataset)), mLayer(layer), mFields(std::move(fields))
+{
+    if (mLayer)
+        OGR_L_ResetReading(mLayer);
+}
+
 TEFeatureCursor::TEFeatureCursor(std::vector<TERefPtr<TEFeature>> features)
     : mFeatures(std::move(features))
 {
@@ -16,6 +23,10 @@ TEFeatureCursor::TEFeatureCursor(std::vector<TERefPtr<TEFeature>> features)
 
 TEFeatureCursor::~TEFeatureCursor()
 {
+    // A pooled dataset goes back idle: ending the read lets go of the
+    // statement (and its file lock) a half-read layer would hold.
+    if (mLease && mLayer)
+        OGR_L_ResetReading(mLayer);
     if (mResultSet && mDataset && mLayer)
         GDALDatasetReleaseResultSet(mDataset, mLayer);
     if (mDataset)

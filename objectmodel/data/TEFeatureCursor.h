@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data/TEFeature.h"
+#include "data/TEHandlePool.h"
 
 #include <gdal.h>
 
@@ -19,6 +20,9 @@ public:
     // filtered. When resultSet is true the layer came from ExecuteSQL and is
     // released through the dataset.
     TEFeatureCursor(GDALDatasetH dataset, OGRLayerH layer, TERefPtr<TEFields> fields, bool resultSet = false);
+    // Reads a layer of a dataset lent from a pool; the dataset goes back
+    // when the cursor is destroyed.
+    TEFeatureCursor(TEHandlePool::Lease dataset, OGRLayerH layer, TERefPtr<TEFields> fields);
     // Walks the given features.
     explicit TEFeatureCursor(std::vector<TERefPtr<TEFeature>> features);
     ~TEFeatureCursor() override;
@@ -34,6 +38,7 @@ public:
 
 private:
     GDALDatasetH mDataset = nullptr;
+    TEHandlePool::Lease mLease;
     OGRLayerH mLayer = nullptr;
     bool mResultSet = false;
     TERefPtr<TEFields> mFields;

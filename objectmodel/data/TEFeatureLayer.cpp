@@ -11,6 +11,8 @@
 #include <cpl_string.h>
 #include <ogr_srs_api.h>
 
+#include <sqlite3.h>
+
 #include <set>
 
 namespace TZObjects {
@@ -92,6 +94,46 @@ GDALDatasetH TEFeatureLayer::OpenReadDataset(QString* error) const
     return dataset;
 }
 
+TEHandlePool::Lease TEFeatureLayer::AcquireReadDataset(QString* error) const
+{
+    std::shared_ptr<TEHandlePool> pool;
+    {
+        QMutexLocker lock(&mPoolMutex);
+        if (!mReadPool)
+            mReadPool = std::make_shared<TEHandlePool>([](void* handle) { GDALClose(GDALDatasetH(handle)); });
+        pool = mReadPool;
+    }
+    return pool->Acquire([this](QString* openError) -> void* { return OpenReadDataset(openError); }, error);
+}
+
+TEHandlePool::Lease TEFeatureLayer::AcquireSqlite(QString* error) const
+{
+    if (mDriverName != QLatin1String("GPKG") && mDriverName != QLatin1String("SQLite"))
+        return {};
+    std::shared_ptr<TEHandlePool> pool;
+    {
+        QMutexLocker lock(&mPoolMutex);
+        if (!mSqlitePool)
+            mSqlitePool = std::make_shared<TEHandlePool>([](void* handle) { sqlite3_close(static_cast<sqlite3*>(handle)); });
+        pool = mSqlitePool;
+    }
+    const QByteArray path = GetSource().toUtf8();
+    return pool->Acquire(
+        [path](QString* openError) -> void* {
+            sqlite3* db = nullptr;
+            if (sqlite3_open_v2(path.constData(), &db, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr)
+                != SQLITE_OK) {
+                if (openError)
+                    *openError = QStringLiteral("Cannot open \"%1\": %2")
+                                     .arg(QString::fromUtf8(path), QString::fromUtf8(sqlite3_errmsg(db)));
+                sqlite3_close(db);
+                return nullptr;
+            }
+            return db;
+        },
+        error);
+}
+
 bool TEFeatureLayer::PrepareLayer(OGRLayerH layer, const TEQueryFilter& filter, QString* error) const
 {
     // Some drivers (GeoPackage, PostGIS) hand the clause to their database
@@ -141,21 +183,18 @@ bool TEFeatureLayer::PrepareLayer(OGRLayerH layer, const TEQueryFilter& filter, 
 
 TERefPtr<TEFeatureCursor> TEFeatureLayer::Search(const TEQueryFilter& filter, QString* error) const
 {
-    GDALDatasetH dataset = OpenReadDataset(error);
+    TEHandlePool::Lease dataset = AcquireReadDataset(error);
     if (!dataset)
         return {};
-    OGRLayerH layer = GDALDatasetGetLayerByName(dataset, mSourceLayerName.toUtf8().constData());
+    OGRLayerH layer = GDALDatasetGetLayerByName(GDALDatasetH(dataset.get()), mSourceLayerName.toUtf8().constData());
     if (!layer) {
-        GDALClose(dataset);
         if (error)
             *error = QStringLiteral("Layer \"%1\" is gone from \"%2\".").arg(mSourceLayerName, GetSource());
         return {};
     }
-    if (!PrepareLayer(layer, filter, error)) {
-        GDALClose(dataset);
+    if (!PrepareLayer(layer, filter, error))
         return {};
-    }
-    return MakeRef<TEFeatureCursor>(dataset, layer, mFields);
+    return MakeRef<TEFeatureCursor>(std::move(dataset), layer, mFields);
 }
 
 TERefPtr<TEFeature> TEFeatureLayer::GetFeature(int id) const
@@ -314,10 +353,23 @@ bool TEFeatureLayer::SaveEdits(QString* error)
 {
     if (mEditBuffer->IsEmpty())
         return true;
-    if (!WriteEdits(error))
+    // Idle read handles would keep reading what was saved before.
+    ClearReadPools();
+    const bool written = WriteEdits(error);
+    ClearReadPools();
+    if (!written)
         return false;
     mEditBuffer->Clear();
     return true;
+}
+
+void TEFeatureLayer::ClearReadPools()
+{
+    QMutexLocker lock(&mPoolMutex);
+    if (mReadPool)
+        mReadPool->Clear();
+    if (mSqlitePool)
+        mSqlitePool->Clear();
 }
 
 void TEFeatureLayer::DiscardEdits()

@@ -2,6 +2,7 @@
 
 #include "data/TEFeatureCursor.h"
 #include "data/TEFields.h"
+#include "data/TEHandlePool.h"
 #include "data/TELayer.h"
 #include "data/TELayerEditBuffer.h"
 #include "data/TEQueryFilter.h"
@@ -105,6 +106,14 @@ protected:
     // Writes the edits into the source.
     virtual bool WriteEdits(QString* error);
 
+    // A read handle on the source lent from the layer's pool: idle handles
+    // are reused, so a search on a small layer does not reopen the source.
+    // The handle serves one thread until the lease ends.
+    TEHandlePool::Lease AcquireReadDataset(QString* error) const;
+    // A read-only SQLite connection on the source file (GeoPackage and
+    // SQLite sources only), lent the same way; empty for other sources.
+    TEHandlePool::Lease AcquireSqlite(QString* error) const;
+
     // Gives the layer its opening render: a single symbol of its default style.
     void SetDefaultRender();
 
@@ -118,6 +127,7 @@ protected:
 
 private:
     void RaiseCountEvent(TEEventSignal& signal, int id);
+    void ClearReadPools();
 
     OGRFeatureDefnH mDefinition = nullptr;
     QString mSourceLayerName;
@@ -128,6 +138,11 @@ private:
     TEQueryFilter mQueryFilter;
     mutable TEEventSignal mFeaturesAdded;
     mutable TEEventSignal mFeaturesDeleted;
+
+    // Pools of read handles, made on first use; emptied when edits are saved.
+    mutable QMutex mPoolMutex;
+    mutable std::shared_ptr<TEHandlePool> mReadPool;
+    mutable std::shared_ptr<TEHandlePool> mSqlitePool;
 };
 
 } // namespace TZObjects

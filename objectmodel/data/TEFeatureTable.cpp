@@ -2,9 +2,16 @@
 
 #include "data/TEGdalSupport.h"
 
+#include <ogr_recordbatch.h>
+#include <sqlite3.h>
+
 #include <algorithm>
+#include <climits>
+#include <cstring>
+#include <cstdint>
 #include <string>
-#include <unordered_map>
+#include <string_view>
+#include <unordered_set>
 
 namespace TZObjects {
 
@@ -16,35 +23,36 @@ QString quoteIdentifier(const QString& name)
 }
 
 // Values in first-met order with their counts. Keys are the UTF-8 bytes of
-// the value's text, which is cheaper to hash than a wide string.
+// the value's text, which is cheaper to hash than a wide string. The index
+// is an open-addressing table whose slots hold short keys themselves, so
+// that a field of many distinct values costs one cache miss per feature
+// rather than a bucket, a node and the key.
 class ValueCollector
 {
 public:
+    // One more feature of the value, in reading order.
+    void addOne(const std::string& key) { ++rowFor(key, 0).count; }
+
     // Adds count features of the value; firstFid is the smallest FID that
-    // holds it (only used to order pushed-down groups).
-    void add(const std::string& key, int count, long long firstFid = 0)
+    // holds it (used to order grouped results).
+    void add(const std::string& key, int count, long long firstFid)
     {
-        auto found = mIndex.find(key);
-        if (found == mIndex.end()) {
-            mIndex.emplace(key, mRows.size());
-            mRows.push_back({key, count, firstFid});
-            return;
-        }
-        Row& row = mRows[found->second];
+        Row& row = rowFor(key, firstFid);
         row.count += count;
         row.firstFid = std::min(row.firstFid, firstFid);
     }
 
-    std::vector<TEFeatureTable::ValueCount> result(bool orderByFirstFid)
+    // Hands every value with its count to out, in first-met order (or by
+    // first FID for grouped results).
+    void result(bool orderByFirstFid, const TEFeatureTable::ValueSink& out)
     {
         if (orderByFirstFid)
             std::stable_sort(mRows.begin(), mRows.end(),
                              [](const Row& a, const Row& b) { return a.firstFid < b.firstFid; });
-        std::vector<TEFeatureTable::ValueCount> values;
-        values.reserve(mRows.size());
-        for (const Row& row : mRows)
-            values.push_back({TEString::fromUtf8(row.key), row.count});
-        return values;
+        for (const Row& row : mRows) {
+            if (row.count > 0)
+                out(row.key, row.count);
+        }
     }
 
 private:
@@ -53,9 +61,64 @@ private:
         std::string key;
         int count = 0;
         long long firstFid = 0;
+        size_t hash = 0;
     };
-    std::unordered_map<std::string, size_t> mIndex;
+
+    Row& rowFor(const std::string& key, long long firstFid)
+    {
+        if (2 * (mRows.size() + 1) > mSlots.size())
+            grow();
+        const size_t hash = std::hash<std::string_view>()(key);
+        const bool inlined = key.size() <= sizeof(Slot::text);
+        for (size_t i = hash & mMask;; i = (i + 1) & mMask) {
+            Slot& slot = mSlots[i];
+            if (!slot.row) {
+                mRows.push_back({key, 0, firstFid, hash});
+                fill(slot, mRows.size(), key);
+                return mRows.back();
+            }
+            if (slot.size != key.size())
+                continue;
+            // Short keys are compared in the slot itself, without touching
+            // the row.
+            if (inlined ? std::memcmp(slot.text, key.data(), key.size()) == 0 : mRows[slot.row - 1].key == key)
+                return mRows[slot.row - 1];
+        }
+    }
+
+    void grow()
+    {
+        const size_t size = std::max<size_t>(1024, mSlots.size() * 2);
+        mSlots.assign(size, Slot());
+        mMask = size - 1;
+        for (size_t r = 0; r < mRows.size(); ++r) {
+            size_t i = mRows[r].hash & mMask;
+            while (mSlots[i].row)
+                i = (i + 1) & mMask;
+            fill(mSlots[i], r + 1, mRows[r].key);
+        }
+    }
+
+    // A slot holds its row (from 1; 0 is empty), the key's length and, for
+    // a key of up to 16 bytes, the key itself.
+    struct Slot
+    {
+        uint32_t row = 0;
+        uint32_t size = 0;
+        char text[16];
+    };
+
+    static void fill(Slot& slot, size_t row, const std::string& key)
+    {
+        slot.row = uint32_t(row);
+        slot.size = uint32_t(key.size());
+        if (key.size() <= sizeof(slot.text))
+            std::memcpy(slot.text, key.data(), key.size());
+    }
+
     std::vector<Row> mRows;
+    std::vector<Slot> mSlots;
+    size_t mMask = 0;
 };
 
 // The text ToString gives for the field of an OGR feature, as UTF-8.
@@ -77,7 +140,143 @@ std::string valueKey(OGRFeatureH feature, int ogrIndex, OGRFieldType type)
     }
 }
 
+std::string featureKey(const TEFeature& feature, int ogrIndex)
+{
+    OGRFeatureH handle = feature.GetHandle();
+    const OGRFieldType type =
+        ogrIndex >= 0 ? OGR_Fld_GetType(OGR_F_GetFieldDefnRef(handle, ogrIndex)) : OFTInteger64;
+    return valueKey(handle, ogrIndex, type);
+}
+
+// Writes an integer's decimal text into the key without allocating.
+void integerKey(long long value, std::string& key)
+{
+    char digits[24];
+    char* end = digits + sizeof(digits);
+    char* at = end;
+    unsigned long long magnitude = value < 0 ? 0ULL - static_cast<unsigned long long>(value)
+                                             : static_cast<unsigned long long>(value);
+    do {
+        *--at = char('0' + magnitude % 10);
+        magnitude /= 10;
+    } while (magnitude);
+    if (value < 0)
+        *--at = '-';
+    key.assign(at, size_t(end - at));
+}
+
+bool isReadableType(TEField::FieldType type)
+{
+    return type == TEField::FT_Int16 || type == TEField::FT_Integer || type == TEField::FT_String;
+}
+
 } // namespace
+
+// What the layer's edit buffer changes in a collection: saved features that
+// are changed or deleted are read from the buffer instead, and unsaved new
+// features come after the saved ones. Readers hand the saved features'
+// values (with their FIDs, in reading order) or groups to the sink.
+class TEFeatureTable::RowSink
+{
+public:
+    bool Build(const TEFeatureLayer& layer, int ogrIndex, const TEQueryFilter& filter, QString* error)
+    {
+        const TELayerEditBuffer* buffer = layer.layer_edit_buffer();
+        if (!buffer || buffer->IsEmpty())
+            return true;
+        QString queryError;
+        const std::vector<int> passing = buffer->Query(filter, &queryError);
+        if (!queryError.isEmpty()) {
+            if (error)
+                *error = queryError;
+            return false;
+        }
+        const std::unordered_set<int> passes(passing.begin(), passing.end());
+        for (const TERefPtr<TEFeatureEditBuffer>& edit : buffer->GetEdits()) {
+            const TERefPtr<TEFeature> feature = edit->GetFeature();
+            if (!feature)
+                continue;
+            const int id = feature->GetId();
+            const int operation = edit->edit_operation();
+            const bool kept = operation != TEFeatureEditBuffer::EO_Deleted && passes.count(id);
+            if (operation == TEFeatureEditBuffer::EO_Added) {
+                if (kept)
+                    mAdded.push_back(featureKey(*feature, ogrIndex));
+                continue;
+            }
+            mEdited.insert(id);
+            if (kept)
+                mChanged.push_back({id, featureKey(*feature, ogrIndex)});
+        }
+        std::sort(mChanged.begin(), mChanged.end(),
+                  [](const Changed& a, const Changed& b) { return a.fid < b.fid; });
+        mActive = true;
+        return true;
+    }
+
+    // Whether readers must give FIDs (and skip edited features).
+    bool Active() const { return mActive; }
+    const std::unordered_set<long long>& Edited() const { return mEdited; }
+
+    // A saved feature, in reading order.
+    void Saved(long long fid, const std::string& key)
+    {
+        if (!mActive) {
+            mCollector.addOne(key);
+            return;
+        }
+        // A changed feature that the saved data no longer passes is met
+        // where its FID puts it.
+        while (mNextChanged < mChanged.size() && mChanged[mNextChanged].fid < fid)
+            mCollector.addOne(mChanged[mNextChanged++].key);
+        if (!mEdited.count(fid)) {
+            mCollector.addOne(key);
+            return;
+        }
+        if (mNextChanged < mChanged.size() && mChanged[mNextChanged].fid == fid)
+            mCollector.addOne(mChanged[mNextChanged++].key);
+    }
+
+    // A group of saved features (edited ones left out by the reader).
+    void Group(const std::string& key, int count, long long firstFid)
+    {
+        mGrouped = true;
+        mCollector.add(key, count, firstFid);
+    }
+
+    void Finish(const ValueSink& out)
+    {
+        if (mGrouped) {
+            for (const Changed& changed : mChanged)
+                mCollector.add(changed.key, 1, changed.fid);
+            long long after = LLONG_MAX / 2;
+            for (const std::string& key : mAdded)
+                mCollector.add(key, 1, after++);
+            mCollector.result(true, out);
+            return;
+        }
+        while (mNextChanged < mChanged.size())
+            mCollector.addOne(mChanged[mNextChanged++].key);
+        for (const std::string& key : mAdded)
+            mCollector.addOne(key);
+        mCollector.result(false, out);
+    }
+
+private:
+    struct Changed
+    {
+        long long fid;
+        std::string key;
+    };
+
+    ValueCollector mCollector;
+    bool mActive = false;
+    bool mGrouped = false;
+    std::unordered_set<long long> mEdited;
+    std::vector<Changed> mChanged;
+    size_t mNextChanged = 0;
+    std::vector<std::string> mAdded;
+};
 
 int TEFeatureTable::FieldIndex(const TEString& fieldName, QString* error) const
 {
@@ -101,8 +300,30 @@ bool TEFeatureTable::CanPushDown(const TEString& fieldName) const
         return false;
     // Only types whose SQL value reads back to the same text; reals (-0,
     // NaN) and dates (stored as ISO text with a 'T') may not.
-    const TEField::FieldType type = mLayer->GetFields()->GetField(index)->GetFieldType();
-    return type == TEField::FT_Int16 || type == TEField::FT_Integer || type == TEField::FT_String;
+    return isReadableType(mLayer->GetFields()->GetField(index)->GetFieldType());
+}
+
+TEFeatureTable::Method TEFeatureTable::MethodFor(const TEString& fieldName, const TEQueryFilter& filter) const
+{
+    const QString driver = mLayer->GetDriverName();
+    if (driver == QLatin1String("PostgreSQL"))
+        return CanPushDown(fieldName) && !filter.HasSpatialRect() ? Method::PushDown : Method::Cursor;
+    const int index = mLayer->GetFields()->FindField(fieldName);
+    if (index < 2 || !isReadableType(mLayer->GetFields()->GetField(index)->GetFieldType()))
+        return Method::Cursor;
+    bool fastArrow = false;
+    {
+        QMutexLocker lock(&mLayer->mMutex);
+        fastArrow = mLayer->mLayer && mLayer->GetDatasourceClassName() == TEString(L"TEFeatureLayer")
+            && OGR_L_TestCapability(mLayer->mLayer, OLCFastGetArrowStream);
+    }
+    // The driver's own Arrow stream reads a column in batches and beats
+    // reading it row by row.
+    if (fastArrow)
+        return Method::ArrowStream;
+    if (!filter.HasSpatialRect() && (driver == QLatin1String("GPKG") || driver == QLatin1String("SQLite")))
+        return Method::SqliteRead;
+    return Method::Cursor;
 }
 
 bool TEFeatureTable::GetDistinctValues(const TEString& fieldName, std::vector<TEString>& values, QString* error) const
@@ -114,17 +335,8 @@ bool TEFeatureTable::GetDistinctValues(const TEString& fieldName, const TEQueryF
                                        std::vector<TEString>& values, QString* error) const
 {
     values.clear();
-    const int index = FieldIndex(fieldName, error);
-    if (index < 0)
-        return false;
-    std::vector<ValueCount> counts;
-    if (!(mPushDownEnabled && CanPushDown(fieldName) && PushDown(Query::Distinct, index, filter, counts, nullptr))
-        && !Scan(index, filter, counts, error))
-        return false;
-    values.reserve(counts.size());
-    for (ValueCount& entry : counts)
-        values.push_back(std::move(entry.value));
-    return true;
+    return Collect(fieldName, filter,
+                   [&values](const std::string& key, int) { values.push_back(TEString::fromUtf8(key)); }, error);
 }
 
 bool TEFeatureTable::GetValueCounts(const TEString& fieldName, std::vector<ValueCount>& counts, QString* error) const
@@ -136,75 +348,287 @@ bool TEFeatureTable::GetValueCounts(const TEString& fieldName, const TEQueryFilt
                                     std::vector<ValueCount>& counts, QString* error) const
 {
     counts.clear();
+    return Collect(fieldName, filter,
+                   [&counts](const std::string& key, int count) { counts.push_back({TEString::fromUtf8(key), count}); },
+                   error);
+}
+
+bool TEFeatureTable::GetValueTexts(const TEString& fieldName, const TEQueryFilter& filter, QStringList& values,
+                                   std::vector<int>& counts, QString* error) const
+{
+    values.clear();
+    counts.clear();
+    return Collect(fieldName, filter,
+                   [&values, &counts](const std::string& key, int count) {
+                       values.append(QString::fromUtf8(key.data(), int(key.size())));
+                       counts.push_back(count);
+                   },
+                   error);
+}
+
+bool TEFeatureTable::Collect(const TEString& fieldName, const TEQueryFilter& filter, const ValueSink& out,
+                             QString* error) const
+{
+    // Distinct values cost the same as counts on every path: each reads the
+    // field once and the counting is a hash lookup per feature.
     const int index = FieldIndex(fieldName, error);
     if (index < 0)
         return false;
-    if (mPushDownEnabled && CanPushDown(fieldName) && PushDown(Query::Counts, index, filter, counts, nullptr))
+    RowSink sink;
+    if (!sink.Build(*mLayer, mLayer->GetFields()->GetField(index)->GetOgrIndex(), filter, error))
+        return false;
+
+    const Method method = mMethod == Method::Automatic ? MethodFor(fieldName, filter) : mMethod;
+    bool read = false;
+    switch (method) {
+    case Method::PushDown:
+        read = CanPushDown(fieldName) && ReadPushDown(index, filter, sink, nullptr);
+        break;
+    case Method::SqliteRead:
+        read = ReadSqlite(index, filter, sink);
+        break;
+    case Method::ArrowStream:
+        read = ReadArrow(index, filter, sink);
+        break;
+    default:
+        break;
+    }
+    if (!read) {
+        RowSink fresh;
+        fresh.Build(*mLayer, mLayer->GetFields()->GetField(index)->GetOgrIndex(), filter, nullptr);
+        mLastMethod = Method::Cursor;
+        if (!ReadCursor(index, filter, fresh, error))
+            return false;
+        fresh.Finish(out);
         return true;
-    return Scan(index, filter, counts, error);
+    }
+    mLastMethod = method;
+    sink.Finish(out);
+    return true;
 }
 
-bool TEFeatureTable::PushDown(Query query, int fieldIndex, const TEQueryFilter& filter,
-                              std::vector<ValueCount>& result, QString* error) const
+QString TEFeatureTable::FidColumn() const
+{
+    QMutexLocker lock(&mLayer->mMutex);
+    return mLayer->mLayer ? QString::fromUtf8(OGR_L_GetFIDColumn(mLayer->mLayer)) : QString();
+}
+
+namespace {
+
+// The table name of a layer in its source's SQL ("schema"."table" for a
+// PostGIS layer named schema.table).
+QString sqlTable(const QString& layerName, bool postgres)
+{
+    const int dot = layerName.indexOf(QLatin1Char('.'));
+    if (postgres && dot > 0)
+        return quoteIdentifier(layerName.left(dot)) + QLatin1Char('.') + quoteIdentifier(layerName.mid(dot + 1));
+    return quoteIdentifier(layerName);
+}
+
+// " WHERE ..." from the filter's clause and the FIDs to leave out.
+QString sqlWhere(const TEQueryFilter& filter, const QString& fidColumn, const std::unordered_set<long long>& without)
+{
+    QStringList terms;
+    if (!filter.GetWhereClause().IsEmpty())
+        terms << QStringLiteral("(%1)").arg(filter.GetWhereClause().toQString());
+    if (!without.empty()) {
+        QStringList ids;
+        for (long long id : without) {
+            if (id >= 0)
+                ids << QString::number(id);
+        }
+        if (!ids.isEmpty())
+            terms << QStringLiteral("%1 NOT IN (%2)").arg(quoteIdentifier(fidColumn), ids.join(QLatin1Char(',')));
+    }
+    return terms.isEmpty() ? QString() : QStringLiteral(" WHERE ") + terms.join(QStringLiteral(" AND "));
+}
+
+} // namespace
+
+bool TEFeatureTable::ReadPushDown(int fieldIndex, const TEQueryFilter& filter, RowSink& sink, QString* error) const
 {
     // The source's SQL knows nothing of the rectangle; leave that to a scan.
     if (filter.HasSpatialRect())
         return false;
-    GDALDatasetH dataset = mLayer->OpenReadDataset(error);
-    if (!dataset)
-        return false;
     const bool postgres = mLayer->GetDriverName() == QLatin1String("PostgreSQL");
-    OGRLayerH layer = GDALDatasetGetLayerByName(dataset, mLayer->GetSourceLayerName().toUtf8().constData());
-    QString fidColumn = layer ? QString::fromUtf8(OGR_L_GetFIDColumn(layer)) : QString();
+    QString fidColumn = FidColumn();
     if (fidColumn.isEmpty() && !postgres)
         fidColumn = QStringLiteral("rowid");
-    if (!layer || (query == Query::Counts && fidColumn.isEmpty())) {
-        GDALClose(dataset);
+    if (fidColumn.isEmpty())
         return false;
-    }
+    TEHandlePool::Lease lease = mLayer->AcquireReadDataset(error);
+    if (!lease)
+        return false;
+    GDALDatasetH dataset = GDALDatasetH(lease.get());
 
-    QString table;
-    const QString layerName = mLayer->GetSourceLayerName();
-    const int dot = layerName.indexOf(QLatin1Char('.'));
-    if (postgres && dot > 0)
-        table = quoteIdentifier(layerName.left(dot)) + QLatin1Char('.') + quoteIdentifier(layerName.mid(dot + 1));
-    else
-        table = quoteIdentifier(layerName);
     const QString column = quoteIdentifier(mLayer->GetFields()->GetField(fieldIndex)->GetName().toQString());
-    const QString where = filter.GetWhereClause().IsEmpty()
-        ? QString()
-        : QStringLiteral(" WHERE (%1)").arg(filter.GetWhereClause().toQString());
-    const QString sql = query == Query::Distinct
-        ? QStringLiteral("SELECT DISTINCT %1 FROM %2%3").arg(column, table, where)
-        : QStringLiteral("SELECT %1, COUNT(*), MIN(%4) FROM %2%3 GROUP BY %1")
-              .arg(column, table, where, quoteIdentifier(fidColumn));
-
+    const QString sql = QStringLiteral("SELECT %1, COUNT(*), MIN(%2) FROM %3%4 GROUP BY %1")
+                            .arg(column, quoteIdentifier(fidColumn),
+                                 sqlTable(mLayer->GetSourceLayerName(), postgres),
+                                 sqlWhere(filter, fidColumn, sink.Edited()));
     CPLErrorReset();
     OGRLayerH rows = GDALDatasetExecuteSQL(dataset, sql.toUtf8().constData(), nullptr, nullptr);
     if (!rows) {
         if (error)
             *error = TEGdalSupport::LastError(QStringLiteral("SQL query failed"));
-        GDALClose(dataset);
         return false;
     }
-    ValueCollector collector;
     OGRFeatureDefnH definition = OGR_L_GetLayerDefn(rows);
     const OGRFieldType type = OGR_Fld_GetType(OGR_FD_GetFieldDefn(definition, 0));
     while (OGRFeatureH row = OGR_L_GetNextFeature(rows)) {
-        if (query == Query::Distinct)
-            collector.add(valueKey(row, 0, type), 0);
-        else
-            collector.add(valueKey(row, 0, type), OGR_F_GetFieldAsInteger(row, 1), OGR_F_GetFieldAsInteger64(row, 2));
+        sink.Group(valueKey(row, 0, type), OGR_F_GetFieldAsInteger(row, 1), OGR_F_GetFieldAsInteger64(row, 2));
         OGR_F_Destroy(row);
     }
     GDALDatasetReleaseResultSet(dataset, rows);
-    GDALClose(dataset);
-    result = collector.result(query == Query::Counts);
     return true;
 }
 
-bool TEFeatureTable::Scan(int fieldIndex, const TEQueryFilter& filter, std::vector<ValueCount>& result,
-                          QString* error) const
+bool TEFeatureTable::ReadSqlite(int fieldIndex, const TEQueryFilter& filter, RowSink& sink) const
+{
+    const TERefPtr<TEField> field = mLayer->GetFields()->GetField(fieldIndex);
+    if (filter.HasSpatialRect() || fieldIndex < 2 || !isReadableType(field->GetFieldType()))
+        return false;
+    TEHandlePool::Lease lease = mLayer->AcquireSqlite(nullptr);
+    if (!lease)
+        return false;
+    sqlite3* db = static_cast<sqlite3*>(lease.get());
+    QString fidColumn = FidColumn();
+    if (fidColumn.isEmpty())
+        fidColumn = QStringLiteral("rowid");
+
+    // Edited features are left out by FID here rather than in SQL, so the
+    // statement stays the same whatever the edits.
+    const bool withFid = sink.Active();
+    const QString column = quoteIdentifier(field->GetName().toQString());
+    const QString sql = QStringLiteral("SELECT %1%2 FROM %3%4")
+                            .arg(column, withFid ? QStringLiteral(", ") + quoteIdentifier(fidColumn) : QString(),
+                                 sqlTable(mLayer->GetSourceLayerName(), false),
+                                 sqlWhere(filter, fidColumn, {}));
+    sqlite3_stmt* statement = nullptr;
+    const QByteArray utf8 = sql.toUtf8();
+    if (sqlite3_prepare_v2(db, utf8.constData(), utf8.size(), &statement, nullptr) != SQLITE_OK) {
+        // A clause that needs the driver's own SQL functions: let OGR read.
+        sqlite3_finalize(statement);
+        return false;
+    }
+    // Read as OGR reads the column: strings as text, integers as numbers.
+    const bool text = field->GetFieldType() == TEField::FT_String;
+    std::string key;
+    int step = SQLITE_ROW;
+    while ((step = sqlite3_step(statement)) == SQLITE_ROW) {
+        if (sqlite3_column_type(statement, 0) == SQLITE_NULL) {
+            key.clear();
+        } else if (text) {
+            const char* bytes = reinterpret_cast<const char*>(sqlite3_column_text(statement, 0));
+            key.assign(bytes ? bytes : "", size_t(sqlite3_column_bytes(statement, 0)));
+        } else {
+            integerKey(sqlite3_column_int64(statement, 0), key);
+        }
+        sink.Saved(withFid ? sqlite3_column_int64(statement, 1) : 0, key);
+    }
+    sqlite3_finalize(statement);
+    return step == SQLITE_DONE;
+}
+
+bool TEFeatureTable::ReadArrow(int fieldIndex, const TEQueryFilter& filter, RowSink& sink) const
+{
+    const TERefPtr<TEField> field = mLayer->GetFields()->GetField(fieldIndex);
+    if (fieldIndex < 2 || !isReadableType(field->GetFieldType()))
+        return false;
+    TEHandlePool::Lease lease = mLayer->AcquireReadDataset(nullptr);
+    if (!lease)
+        return false;
+    OGRLayerH layer =
+        GDALDatasetGetLayerByName(GDALDatasetH(lease.get()), mLayer->GetSourceLayerName().toUtf8().constData());
+    TEQueryFilter oneField = filter;
+    oneField.SetSubFields({field->GetName()});
+    oneField.SetGeometryNeeded(false);
+    if (!layer || !mLayer->PrepareLayer(layer, oneField, nullptr))
+        return false;
+
+    const bool withFid = sink.Active();
+    char* options[] = {const_cast<char*>(withFid ? "INCLUDE_FID=YES" : "INCLUDE_FID=NO"), nullptr};
+    ArrowArrayStream stream{};
+    if (!OGR_L_GetArrowStream(layer, &stream, options))
+        return false;
+    ArrowSchema schema{};
+    bool ok = stream.get_schema(&stream, &schema) == 0;
+    const QByteArray name = field->GetName().toQString().toUtf8();
+    QByteArray fidName = FidColumn().toUtf8();
+    if (fidName.isEmpty())
+        fidName = "OGC_FID";
+    int valueChild = -1;
+    int fidChild = -1;
+    for (int64_t i = 0; ok && i < schema.n_children; ++i) {
+        if (name == schema.children[i]->name)
+            valueChild = int(i);
+        else if (fidName == schema.children[i]->name)
+            fidChild = int(i);
+    }
+    const char* format = valueChild >= 0 ? schema.children[valueChild]->format : "";
+    const char kind = std::strlen(format) == 1 ? format[0] : '\0';
+    ok = ok && valueChild >= 0 && (!withFid || fidChild >= 0) && std::strchr("uUbcsil", kind);
+
+    std::string key;
+    while (ok) {
+        ArrowArray batch{};
+        if (stream.get_next(&stream, &batch) != 0) {
+            ok = false;
+            break;
+        }
+        if (!batch.release)
+            break;
+        const ArrowArray* values = batch.children[valueChild];
+        const ArrowArray* fids = withFid ? batch.children[fidChild] : nullptr;
+        const auto* validity = static_cast<const uint8_t*>(values->buffers[0]);
+        for (int64_t row = 0; row < batch.length; ++row) {
+            const int64_t at = values->offset + row;
+            if (validity && !(validity[at >> 3] & (1 << (at & 7)))) {
+                key.clear();
+            } else {
+                switch (kind) {
+                case 'u': {
+                    const auto* offsets = static_cast<const int32_t*>(values->buffers[1]);
+                    key.assign(static_cast<const char*>(values->buffers[2]) + offsets[at],
+                               size_t(offsets[at + 1] - offsets[at]));
+                    break;
+                }
+                case 'U': {
+                    const auto* offsets = static_cast<const int64_t*>(values->buffers[1]);
+                    key.assign(static_cast<const char*>(values->buffers[2]) + offsets[at],
+                               size_t(offsets[at + 1] - offsets[at]));
+                    break;
+                }
+                case 'b':
+                    integerKey((static_cast<const uint8_t*>(values->buffers[1])[at >> 3] >> (at & 7)) & 1, key);
+                    break;
+                case 'c':
+                    integerKey(static_cast<const int8_t*>(values->buffers[1])[at], key);
+                    break;
+                case 's':
+                    integerKey(static_cast<const int16_t*>(values->buffers[1])[at], key);
+                    break;
+                case 'i':
+                    integerKey(static_cast<const int32_t*>(values->buffers[1])[at], key);
+                    break;
+                default:
+                    integerKey(static_cast<const int64_t*>(values->buffers[1])[at], key);
+                    break;
+                }
+            }
+            const long long fid = fids ? static_cast<const int64_t*>(fids->buffers[1])[fids->offset + row] : 0;
+            sink.Saved(fid, key);
+        }
+        batch.release(&batch);
+    }
+    if (schema.release)
+        schema.release(&schema);
+    stream.release(&stream);
+    OGR_L_ResetReading(layer);
+    return ok;
+}
+
+bool TEFeatureTable::ReadCursor(int fieldIndex, const TEQueryFilter& filter, RowSink& sink, QString* error) const
 {
     TEQueryFilter scanFilter = filter;
     const TERefPtr<TEField> field = mLayer->GetFields()->GetField(fieldIndex);
@@ -216,17 +640,15 @@ bool TEFeatureTable::Scan(int fieldIndex, const TEQueryFilter& filter, std::vect
 
     const int ogrIndex = field->GetOgrIndex();
     OGRFieldType type = OFTString;
-    ValueCollector collector;
     bool typeKnown = false;
     while (OGRFeatureH feature = cursor->NextOgrFeature()) {
         if (!typeKnown && ogrIndex >= 0) {
             type = OGR_Fld_GetType(OGR_F_GetFieldDefnRef(feature, ogrIndex));
             typeKnown = true;
         }
-        collector.add(valueKey(feature, ogrIndex, type), 1);
+        sink.Saved(OGR_F_GetFID(feature), valueKey(feature, ogrIndex, type));
         OGR_F_Destroy(feature);
     }
-    result = collector.result(false);
     return true;
 }
 

@@ -2,6 +2,10 @@
 
 #include "data/TEFeatureLayer.h"
 
+#include <QStringList>
+
+#include <functional>
+#include <string>
 #include <vector>
 
 namespace TZObjects {
@@ -9,9 +13,11 @@ namespace TZObjects {
 // The attribute table of a feature layer: its fields, the distinct values of
 // a field and the values with their counts. Values are the texts
 // TEVariant::ToString gives, so a null and an empty string are the same
-// value "". Where the source speaks SQL (GeoPackage, SQLite, PostGIS) and
-// the field's texts come out the same, the query is pushed down to it;
-// otherwise the saved features are scanned, reading only that one field.
+// value "". Every way of reading gives the same values, counts and order:
+// the order in which a scan of the layer as edited meets them first (saved
+// features in source order, a changed feature in its place, unsaved new
+// features last). Unsaved adds, changes and deletes of the layer's edit
+// buffer count as if they were saved.
 class TZOBJECTS_EXPORT TEFeatureTable : public TERefBase
 {
 public:
@@ -22,16 +28,39 @@ public:
         bool operator==(const ValueCount& o) const { return value == o.value && count == o.count; }
     };
 
+    // How the saved features are read.
+    enum class Method {
+        Automatic,    // the fastest that fits the source and the field (MethodFor)
+        PushDown,     // the source's SQL groups and counts (GROUP BY, first FID)
+        SqliteRead,   // GeoPackage/SQLite: one column read straight through SQLite
+        ArrowStream,  // OGR's Arrow stream of the one field, no geometry
+        Cursor        // a cursor reading the one field, no geometry
+    };
+
     explicit TEFeatureTable(TERefPtr<const TEFeatureLayer> layer) : mLayer(std::move(layer)) {}
 
     TEFields* GetFields() const { return mLayer->GetFields().get(); }
     // "TEFeatureLayer", or "TEMemoryFeatureLayer" for an in-memory layer.
     TEString GetClassName() const { return mLayer->GetDatasourceClassName(); }
 
-    // Whether queries on this field can be pushed down to the source's SQL.
+    // Whether queries on this field can be pushed down to the source's SQL
+    // (its SQL texts read back as the texts a cursor gives).
     bool CanPushDown(const TEString& fieldName) const;
-    // Pushing down is on by default; switched off, every query scans.
-    void SetPushDownEnabled(bool enabled) { mPushDownEnabled = enabled; }
+
+    // Automatic by default. A method that cannot serve a query (a field type
+    // it cannot read, a rectangle SQL knows nothing of, a driver without
+    // SQL) falls back to the cursor.
+    void SetMethod(Method method) { mMethod = method; }
+    Method GetMethod() const { return mMethod; }
+    // What Automatic uses for the field and filter: SQL push-down for a
+    // server (PostGIS); for a local source the Arrow stream where the driver
+    // offers a fast one (GeoPackage does), else the one-column SQLite read
+    // for GeoPackage and SQLite files, else the cursor. Counting one field
+    // in a hash table on the client beats a local file's GROUP BY; a server
+    // is better asked to do the work.
+    Method MethodFor(const TEString& fieldName, const TEQueryFilter& filter) const;
+    // The method that served the last query (after any fallback).
+    Method GetLastMethod() const { return mLastMethod; }
 
     // Distinct values of the field among the features passing the filter
     // (the layer's query filter in the first form), each once, in the order
@@ -42,21 +71,37 @@ public:
                            QString* error = nullptr) const;
 
     // Each distinct value with the number of features holding it, in the
-    // order a cursor over the same filter meets them first.
+    // order first met.
     bool GetValueCounts(const TEString& fieldName, std::vector<ValueCount>& counts, QString* error = nullptr) const;
     bool GetValueCounts(const TEString& fieldName, const TEQueryFilter& filter, std::vector<ValueCount>& counts,
                         QString* error = nullptr) const;
 
+    // The values as QStrings, with their counts alongside (what the panels
+    // show), without going through TEString.
+    bool GetValueTexts(const TEString& fieldName, const TEQueryFilter& filter, QStringList& values,
+                       std::vector<int>& counts, QString* error = nullptr) const;
+
+    // Receives each value (its UTF-8 text) with its count.
+    using ValueSink = std::function<void(const std::string& value, int count)>;
+
 private:
-    enum class Query { Distinct, Counts };
+
+    class RowSink;
 
     int FieldIndex(const TEString& fieldName, QString* error) const;
-    bool PushDown(Query query, int fieldIndex, const TEQueryFilter& filter, std::vector<ValueCount>& result,
-                  QString* error) const;
-    bool Scan(int fieldIndex, const TEQueryFilter& filter, std::vector<ValueCount>& result, QString* error) const;
+    // Each reader gives the saved features' values to the sink; false when
+    // it cannot serve the query (the caller then uses the cursor).
+    bool ReadPushDown(int fieldIndex, const TEQueryFilter& filter, RowSink& sink, QString* error) const;
+    bool ReadSqlite(int fieldIndex, const TEQueryFilter& filter, RowSink& sink) const;
+    bool ReadArrow(int fieldIndex, const TEQueryFilter& filter, RowSink& sink) const;
+    bool ReadCursor(int fieldIndex, const TEQueryFilter& filter, RowSink& sink, QString* error) const;
+    QString FidColumn() const;
+    bool Collect(const TEString& fieldName, const TEQueryFilter& filter, const ValueSink& out,
+                 QString* error) const;
 
     TERefPtr<const TEFeatureLayer> mLayer;
-    bool mPushDownEnabled = true;
+    Method mMethod = Method::Automatic;
+    mutable Method mLastMethod = Method::Automatic;
 };
 
 } // namespace TZObjects

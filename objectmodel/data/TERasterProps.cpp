@@ -204,4 +204,43 @@ bool TERasterProps::ReadWindow(int band, const QRect& window, const QSize& outSi
     return true;
 }
 
+QSize TERasterProps::GetBlockSize(int band) const
+{
+    QMutexLocker lock(&mMutex);
+    GDALRasterBandH handle = Band(band);
+    if (!handle)
+        return QSize();
+    int width = 0;
+    int height = 0;
+    GDALGetBlockSize(handle, &width, &height);
+    return QSize(width, height);
+}
+
+bool TERasterProps::ReadRawWindow(int band, const QRect& window, int bufferType, void* buffer, QString* error) const
+{
+    QMutexLocker lock(&mMutex);
+    GDALRasterBandH handle = Band(band);
+    if (!handle || !buffer) {
+        if (error)
+            *error = QStringLiteral("The raster has no band %1.").arg(band);
+        return false;
+    }
+    if (window.isEmpty() || window.left() < 0 || window.top() < 0 || window.right() >= mWidth
+        || window.bottom() >= mHeight) {
+        if (error)
+            *error = QStringLiteral("The block %1,%2 %3x%4 is outside the %5x%6 raster.")
+                         .arg(window.left()).arg(window.top()).arg(window.width()).arg(window.height())
+                         .arg(mWidth).arg(mHeight);
+        return false;
+    }
+    CPLErrorReset();
+    if (GDALRasterIO(handle, GF_Read, window.left(), window.top(), window.width(), window.height(), buffer,
+                     window.width(), window.height(), GDALDataType(bufferType), 0, 0) != CE_None) {
+        if (error)
+            *error = TEGdalSupport::LastError(QStringLiteral("Reading the raster failed."));
+        return false;
+    }
+    return true;
+}
+
 } // namespace TZObjects

@@ -85,6 +85,13 @@ public:
     bool ReadWindow(int band, const QRect& window, const QSize& outSize, std::vector<double>& values,
                     QString* error = nullptr) const;
 
+    // GDAL's natural block size of a band; 0 x 0 for a band that does not exist.
+    QSize GetBlockSize(int band) const;
+    // Reads a window of a band at full resolution into buffer, row by row, as
+    // the GDAL data type bufferType (a GDALDataType code), so that a scan can
+    // take the band's own values without converting each one to double.
+    bool ReadRawWindow(int band, const QRect& window, int bufferType, void* buffer, QString* error = nullptr) const;
+
 private:
     GDALRasterBandH Band(int band) const;
 

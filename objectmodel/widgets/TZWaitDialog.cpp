@@ -2,7 +2,10 @@
 
 #include "ui_TZWaitDialog.h"
 
+#include <QDialogButtonBox>
+#include <QPushButton>
 #include <QThread>
+#include <QVBoxLayout>
 
 #include <exception>
 
@@ -20,6 +23,9 @@ TZWaitDialog::~TZWaitDialog() = default;
 bool TZWaitDialog::WaitFor(std::function<void()> job)
 {
     mErrorText.clear();
+    mCancelled = false;
+    if (auto* buttons = findChild<QDialogButtonBox*>(QStringLiteral("mButtonBoxCancel")))
+        buttons->setEnabled(true);
     if (!job)
         return true;
 
@@ -51,10 +57,36 @@ bool TZWaitDialog::WaitFor(std::function<void()> job)
     return !failed;
 }
 
+void TZWaitDialog::setCancelHandler(std::function<void()> cancel)
+{
+    mCancel = std::move(cancel);
+    auto* buttons = findChild<QDialogButtonBox*>(QStringLiteral("mButtonBoxCancel"));
+    if (!buttons && mCancel) {
+        buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
+        buttons->setObjectName(QStringLiteral("mButtonBoxCancel"));
+        buttons->button(QDialogButtonBox::Cancel)->setText(tr("Cancel"));
+        connect(buttons, &QDialogButtonBox::rejected, this, &TZWaitDialog::reject);
+        if (auto* box = qobject_cast<QVBoxLayout*>(layout()))
+            box->addWidget(buttons);
+    }
+    if (buttons)
+        buttons->setVisible(bool(mCancel));
+}
+
 void TZWaitDialog::reject()
 {
-    if (!mWorker)
+    if (!mWorker) {
         QDialog::reject();
+        return;
+    }
+    // While the job runs, a cancel handler asks it to stop; the dialog
+    // closes when the job returns.
+    if (mCancel && !mCancelled) {
+        mCancelled = true;
+        if (auto* buttons = findChild<QDialogButtonBox*>(QStringLiteral("mButtonBoxCancel")))
+            buttons->setEnabled(false);
+        mCancel();
+    }
 }
 
 void TZWaitDialog::onWorkerFinished()

@@ -27,6 +27,13 @@ public:
     bool WaitFor(std::function<void()> job);
     QString errorText() const { return mErrorText; }
 
+    // Offers a "Cancel" button (and the Escape key) while the job runs:
+    // cancel is called on the GUI thread to ask the job to stop, and the
+    // dialog stays up until the job has returned. Set it before WaitFor.
+    void setCancelHandler(std::function<void()> cancel);
+    // Whether the user asked the last job to stop.
+    bool wasCancelled() const { return mCancelled; }
+
 public Q_SLOTS:
     // The user cannot dismiss the dialog while the job runs.
     void reject() override;
@@ -42,4 +49,6 @@ private:
     std::unique_ptr<Ui::TZWaitDialog> mUi;
     QThread* mWorker = nullptr;
     QString mErrorText;
+    std::function<void()> mCancel;
+    bool mCancelled = false;
 };

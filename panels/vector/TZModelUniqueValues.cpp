@@ -46,6 +46,10 @@ TZModelUniqueValues::TZModelUniqueValues(QObject* parent)
 TZModelUniqueValues::~TZModelUniqueValues()
 {
     unbindLayerEvents();
+    // A dialog without a parent is the model's to delete; one with a parent
+    // may already be gone with it.
+    if (mWaitDialog && !mWaitDialog->parentWidget())
+        delete mWaitDialog;
 }
 
 int TZModelUniqueValues::rowCount(const QModelIndex& parent) const
@@ -90,8 +94,10 @@ QVariant TZModelUniqueValues::data(const QModelIndex& index, int role) const
     default:
         break;
     }
+    if (column < firstPriorityColumn())
+        return QVariant();
 
-    const int layerIndex = column - FirstPriorityColumn;
+    const int layerIndex = column - firstPriorityColumn();
     if (!r.style)
         return QStringLiteral("??");
     if (auto* multi = dynamic_cast<TEStyleMultiLayer*>(r.style.get())) {
@@ -125,9 +131,9 @@ bool TZModelUniqueValues::setData(const QModelIndex& index, const QVariant& valu
         emit dataChanged(index, index, {Qt::DisplayRole, Qt::EditRole});
         return true;
     }
-    if (index.column() >= FirstPriorityColumn && r.style) {
+    if (index.column() >= firstPriorityColumn() && r.style) {
         const int priority = value.toString().toInt(nullptr, 10);
-        const int layerIndex = index.column() - FirstPriorityColumn;
+        const int layerIndex = index.column() - firstPriorityColumn();
         if (auto* multi = dynamic_cast<TEStyleMultiLayer*>(r.style.get())) {
             if (layerIndex >= multi->GetLayerCount())
                 return false;
@@ -155,7 +161,9 @@ QVariant TZModelUniqueValues::headerData(int section, Qt::Orientation orientatio
     case CountColumn:
         return tr("Count");
     default:
-        return QStringLiteral("-%1-").arg(section - FirstPriorityColumn + 1);
+        if (section < firstPriorityColumn())
+            return QVariant();
+        return QStringLiteral("-%1-").arg(section - firstPriorityColumn() + 1);
     }
 }
 
@@ -168,9 +176,9 @@ Qt::ItemFlags TZModelUniqueValues::flags(const QModelIndex& index) const
         result |= Qt::ItemIsUserCheckable;
     if (index.column() == LabelColumn)
         result |= Qt::ItemIsEditable;
-    if (index.column() >= FirstPriorityColumn) {
+    if (index.column() >= firstPriorityColumn()) {
         const UniqueValueRow& r = mRows[size_t(index.row())];
-        const int layerIndex = index.column() - FirstPriorityColumn;
+        const int layerIndex = index.column() - firstPriorityColumn();
         if (auto* multi = dynamic_cast<TEStyleMultiLayer*>(r.style.get())) {
             if (layerIndex < multi->GetLayerCount())
                 result |= Qt::ItemIsEditable;
@@ -282,7 +290,7 @@ void TZModelUniqueValues::removeRowList(const QList<int>& rows)
     }
     mRows.swap(kept);
     invalidateRowIndex();
-    mColumnCount = FirstPriorityColumn + priorityColumnCount();
+    mColumnCount = wantedColumnCount();
     endResetModel();
 }
 
@@ -308,7 +316,7 @@ void TZModelUniqueValues::clear()
         mValues.clear();
         mCounts.clear();
     }
-    mColumnCount = FirstPriorityColumn + priorityColumnCount();
+    mColumnCount = wantedColumnCount();
     endResetModel();
 }
 
@@ -343,7 +351,7 @@ void TZModelUniqueValues::recolorValueRows(const TEColorRampContainer& colors)
 void TZModelUniqueValues::resetModel()
 {
     beginResetModel();
-    mColumnCount = FirstPriorityColumn + priorityColumnCount();
+    mColumnCount = wantedColumnCount();
     endResetModel();
 }
 
@@ -376,7 +384,7 @@ int TZModelUniqueValues::priorityColumnCount() const
 
 void TZModelUniqueValues::updateColumnCount()
 {
-    const int wanted = FirstPriorityColumn + priorityColumnCount();
+    const int wanted = wantedColumnCount();
     if (wanted > mColumnCount) {
         beginInsertColumns(QModelIndex(), mColumnCount, wanted - 1);
         mColumnCount = wanted;
@@ -463,30 +471,16 @@ bool TZModelUniqueValues::collect(const QString& fieldName, bool withCounts)
     if (!table)
         return false;
 
-    // The table gives the values in the order a cursor over the filter meets
-    // them first, pushing the query down to the source where it can.
-    std::vector<TEFeatureTable::ValueCount> found;
-    if (withCounts) {
-        if (!table->GetValueCounts(TEString(fieldName), mLayer->query_filter(), found))
-            return false;
-    } else {
-        std::vector<TEString> distinct;
-        if (!table->GetDistinctValues(TEString(fieldName), mLayer->query_filter(), distinct))
-            return false;
-        found.reserve(distinct.size());
-        for (TEString& value : distinct)
-            found.push_back({std::move(value), -1});
-    }
-
+    // The table gives the values in the order a scan of the layer as edited
+    // meets them first; without counting they are marked not counted (-1).
     QStringList values;
+    std::vector<int> found;
+    if (!table->GetValueTexts(TEString(fieldName), mLayer->query_filter(), values, found))
+        return false;
     QHash<QString, int> countByValue;
-    values.reserve(int(found.size()));
-    countByValue.reserve(int(found.size()));
-    for (const TEFeatureTable::ValueCount& c : found) {
-        const QString text = c.value.toQString();
-        values.append(text);
-        countByValue.insert(text, c.count);
-    }
+    countByValue.reserve(values.size());
+    for (int i = 0; i < values.size(); ++i)
+        countByValue.insert(values[i], withCounts ? found[size_t(i)] : -1);
     QMutexLocker locker(&mValuesMutex);
     mValues.swap(values);
     mCounts.swap(countByValue);
@@ -499,11 +493,61 @@ void TZModelUniqueValues::collectWithFallback(const QString& fieldName, bool cou
         collectWithCounts(fieldName);
 }
 
+void TZModelUniqueValues::collectValues(bool count)
+{
+    collectWithFallback(mFieldName, count);
+}
+
+TERefPtr<TEStyle> TZModelUniqueValues::symbolForNewRow(const QString&, const TEColorRampContainer& colors,
+                                                       int colorIndex) const
+{
+    return makeSymbol(colors.getColor(colorIndex).toTEColor(255));
+}
+
+void TZModelUniqueValues::setCollectedValues(const QStringList& values, const QHash<QString, int>& counts)
+{
+    QMutexLocker locker(&mValuesMutex);
+    mValues = values;
+    mCounts = counts;
+}
+
+QString TZModelUniqueValues::featureValue(const TEFeature& feature) const
+{
+    return feature.GetValue(TEString(mFieldName)).ToString().toQString();
+}
+
+int TZModelUniqueValues::wantedColumnCount() const
+{
+    return firstPriorityColumn() + priorityColumnCount();
+}
+
+UniqueValueRow& TZModelUniqueValues::mutableRow(int row)
+{
+    return mRows[size_t(row)];
+}
+
+void TZModelUniqueValues::writeCategories(TECategorizedSymbolRender& render) const
+{
+    for (size_t r = 0; r < mRows.size(); ++r) {
+        const UniqueValueRow& row = mRows[r];
+        // The catch-all row is written as such whatever its text became.
+        const QString value = r == 0 ? AllOtherValues : row.value;
+        render.AddCategory(TEString(value), TEString(row.label), row.style, row.scaleFilter, row.minScale,
+                           row.maxScale);
+    }
+    render.SetIsShowOtherValue(mShowOtherValues == Qt::Checked);
+}
+
 void TZModelUniqueValues::runCollection(QWidget* dialogParent, const std::function<void()>& job)
 {
-    TZWaitDialog wait(tr("Wait"), dialogParent);
-    wait.setWindowTitle(tr("Wait"));
-    wait.WaitFor(job);
+    // The dialog is kept for the next collection: building its widgets
+    // would cost a small layer more than reading it.
+    if (!mWaitDialog || mWaitDialog->parentWidget() != dialogParent) {
+        delete mWaitDialog;
+        mWaitDialog = new TZWaitDialog(tr("Wait"), dialogParent);
+        mWaitDialog->setWindowTitle(tr("Wait"));
+    }
+    mWaitDialog->WaitFor(job);
 }
 
 void TZModelUniqueValues::addAllValues(const TEColorRamp* ramp, QWidget* dialogParent)
@@ -512,9 +556,8 @@ void TZModelUniqueValues::addAllValues(const TEColorRamp* ramp, QWidget* dialogP
     QElapsedTimer timer;
     timer.start();
 
-    const QString field = mFieldName;
     const bool count = mCountWhileCollecting;
-    runCollection(dialogParent, [this, field, count] { collectWithFallback(field, count); });
+    runCollection(dialogParent, [this, count] { collectValues(count); });
     qCDebug(lcUniqueValues) << " coast time 1:" << elapsedSeconds(timer);
 
     timer.restart();
@@ -524,16 +567,16 @@ void TZModelUniqueValues::addAllValues(const TEColorRamp* ramp, QWidget* dialogP
     invalidateRowIndex();
     // One colour more than there are values; the last one stays unused.
     const TEColorRampContainer colors =
-        ramp ? ramp->split(collected.size() + 1) : TEColorRampContainer();
-    if (!colors.isEmpty()) {
+        ramp && coloursFromRamp() ? ramp->split(collected.size() + 1) : TEColorRampContainer();
+    if (!colors.isEmpty() || !coloursFromRamp()) {
         mRows.reserve(size_t(collected.size()) + 1);
         QMutexLocker locker(&mValuesMutex);
         for (int i = 0; i < collected.size(); ++i) {
             const QString& value = collected[i];
-            pushRow(makeSymbol(colors.getColor(i).toTEColor(255)), value, value, mCounts.value(value, 0));
+            pushRow(symbolForNewRow(value, colors, i), value, value, mCounts.value(value, 0));
         }
     }
-    mColumnCount = FirstPriorityColumn + priorityColumnCount();
+    mColumnCount = wantedColumnCount();
     endResetModel();
     qCDebug(lcUniqueValues) << " coast time 2:" << elapsedSeconds(timer);
     mBusy = false;
@@ -541,8 +584,7 @@ void TZModelUniqueValues::addAllValues(const TEColorRamp* ramp, QWidget* dialogP
 
 void TZModelUniqueValues::addValues(const TEColorRamp* ramp, const QString& renderType, QWidget* dialogParent)
 {
-    const QString field = mFieldName;
-    runCollection(dialogParent, [this, field] { collectWithFallback(field, false); });
+    runCollection(dialogParent, [this] { collectValues(false); });
 
     TZDialogAddValueToUniqueValue dialog(values(), renderType, dialogParent);
     if (dialog.exec() != QDialog::Accepted)
@@ -552,24 +594,26 @@ void TZModelUniqueValues::addValues(const TEColorRamp* ramp, const QString& rend
         return;
 
     const int rows = int(mRows.size());
-    const TEColorRampContainer colors = ramp ? ramp->split(rows + chosen.size()) : TEColorRampContainer();
+    const TEColorRampContainer colors =
+        ramp && coloursFromRamp() ? ramp->split(rows + chosen.size()) : TEColorRampContainer();
     beginResetModel();
     {
         QMutexLocker locker(&mValuesMutex);
         for (int i = 0; i < chosen.size(); ++i) {
             const QString& value = chosen[i];
-            pushRow(makeSymbol(colors.getColor(rows + i).toTEColor(255)), value, value, mCounts.value(value, 0));
+            pushRow(symbolForNewRow(value, colors, rows + i), value, value, mCounts.value(value, 0));
         }
     }
-    mColumnCount = FirstPriorityColumn + priorityColumnCount();
+    mColumnCount = wantedColumnCount();
     endResetModel();
 }
 
-void TZModelUniqueValues::loadFromRender(const TECategorizedSymbolRender* render, QWidget* dialogParent)
+void TZModelUniqueValues::loadFromRender(const TECategorizedSymbolRender* render, QWidget* dialogParent,
+                                         const QString& fieldName)
 {
     if (!render)
         return;
-    const QString field = render->GetExpression().toQString();
+    const QString field = fieldName.isEmpty() ? render->GetExpression().toQString() : fieldName;
     runCollection(dialogParent, [this, field] { collectWithCounts(field); });
 
     // One reset for the whole table: merging row by row would announce, and
@@ -591,7 +635,7 @@ void TZModelUniqueValues::loadFromRender(const TECategorizedSymbolRender* render
         mergeQuietly(item->GetStyle(), value, item->GetLabel().toQString(), count);
     }
     locker.unlock();
-    mColumnCount = FirstPriorityColumn + priorityColumnCount();
+    mColumnCount = wantedColumnCount();
     endResetModel();
 }
 
@@ -624,9 +668,8 @@ void TZModelUniqueValues::unbindLayerEvents()
 QStringList TZModelUniqueValues::eventValues(TEEvent* event) const
 {
     QStringList result;
-    if (!event || !mLayer || mFieldName.isEmpty())
+    if (!event || !mLayer || !hasCollectionKey())
         return result;
-    const TEString field(mFieldName);
     for (int id : event->GetIds()) {
         TERefPtr<TEFeature> feature;
         // A feature not yet saved, or one just deleted, lives in the edit
@@ -638,7 +681,7 @@ QStringList TZModelUniqueValues::eventValues(TEEvent* event) const
         if (!feature)
             feature = mLayer->GetFeature(id);
         if (feature)
-            result.append(feature->GetValue(field).ToString().toQString());
+            result.append(featureValue(*feature));
     }
     return result;
 }

@@ -10,10 +10,13 @@
 #include <QAbstractListModel>
 #include <QHash>
 #include <QMutex>
+#include <QPointer>
 #include <QStringList>
 
 #include <functional>
 #include <vector>
+
+class TZWaitDialog;
 
 namespace TZObjects {
 class TEColorRamp;
@@ -26,6 +29,24 @@ class TEEvent;
 // layer. It collects the distinct values (with or without counts), gives new
 // rows symbols coloured from a ramp, and keeps the counts up to date while
 // features are added to or deleted from the layer.
+//
+// The other category tables (unique values of several fields, symbols
+// matched from a style database) derive from it and keep its rows, catch-all
+// row, priority columns, ramp colouring, symbol making, row editing, loading
+// from a render and writing into one. They change only what differs, through
+// the protected virtual hooks below:
+// - collectValues: what "Add all values" and "Add values" collect (a key of
+//   several fields, or only the values that name a style); a job runs it off
+//   the GUI thread and it hands its result over with setCollectedValues.
+// - symbolForNewRow and coloursFromRamp: the symbol of a new row (a ramp
+//   colour by default, or a style found by the value's name).
+// - featureValue and hasCollectionKey: the key of a feature, which the
+//   feature-count events use to keep the counts up to date.
+// - firstPriorityColumn: a table with columns of its own after "Count" (the
+//   scale filter and range) moves the priority columns to after them and
+//   serves its own columns by overriding data, setData, flags and
+//   headerData, calling these for the rest. Its constructor calls
+//   resetModel() so that the column count takes the override in.
 class TZRENDER_EXPORT TZModelUniqueValues : public QAbstractListModel
 {
     Q_OBJECT
@@ -115,12 +136,54 @@ public:
     // Lets the user pick values (and type new ones) in the add-value dialog
     // for renderType, and appends them.
     void addValues(const TZObjects::TEColorRamp* ramp, const QString& renderType, QWidget* dialogParent);
-    // Counts the render's field behind the "Wait" dialog and merges the
-    // render's categories into the table.
-    void loadFromRender(const TZObjects::TECategorizedSymbolRender* render, QWidget* dialogParent);
+    // AddCategory for every row in order (the catch-all row with its own
+    // value whatever its text, each row's scale filter and range), then
+    // SetIsShowOtherValue from the catch-all check.
+    void writeCategories(TZObjects::TECategorizedSymbolRender& render) const;
+
+    // Counts the render's field (or fieldName, the layer's spelling of it)
+    // behind the "Wait" dialog and merges the render's categories into the
+    // table.
+    void loadFromRender(const TZObjects::TECategorizedSymbolRender* render, QWidget* dialogParent,
+                        const QString& fieldName = QString());
+
+protected:
+    // Collects what the add actions offer into the value list and counts.
+    // Runs as the wait dialog's job, off the GUI thread: it may read the
+    // layer but touch no widget and no row. The default collects the bound
+    // field, counting when count is set (or when the source cannot give
+    // distinct values alone).
+    virtual void collectValues(bool count);
+    // Replaces the value list (first-met order) and the counts; safe to call
+    // from collectValues.
+    void setCollectedValues(const QStringList& values, const QHash<QString, int>& counts);
+
+    // The symbol of a new row for value: by default a symbol of colour
+    // colorIndex of colors (makeSymbol). colors is empty when
+    // coloursFromRamp() is false.
+    virtual TZObjects::TERefPtr<TZObjects::TEStyle> symbolForNewRow(const QString& value,
+                                                                    const TZObjects::TEColorRampContainer& colors,
+                                                                    int colorIndex) const;
+    // Whether new rows are coloured from a ramp; when true (the default) a
+    // ramp that gives no colours adds no rows.
+    virtual bool coloursFromRamp() const { return true; }
+
+    // The value text of a feature, as collectValues would count it (the bound
+    // field's ToString by default), and whether there is a key to read at all.
+    virtual QString featureValue(const TZObjects::TEFeature& feature) const;
+    virtual bool hasCollectionKey() const { return !mFieldName.isEmpty(); }
+
+    // The first priority column; the columns before it are this class's four
+    // and a derived table's own.
+    virtual int firstPriorityColumn() const { return FirstPriorityColumn; }
+
+    // A row for in-place edits of a derived table's own columns; announce
+    // them with dataChanged.
+    UniqueValueRow& mutableRow(int row);
+    bool isCellIndex(const QModelIndex& index) const;
 
 private:
-    bool isCellIndex(const QModelIndex& index) const;
+    int wantedColumnCount() const;
     int priorityColumnCount() const;
     void updateColumnCount();
     void pushRow(const TZObjects::TERefPtr<TZObjects::TEStyle>& style, const QString& value,
@@ -163,4 +226,6 @@ private:
     bool mBusy = false;
     bool mPriorityShown = false;
     int mColumnCount = FirstPriorityColumn;
+    // The "Wait" dialog of the collections, made on first use.
+    QPointer<TZWaitDialog> mWaitDialog;
 };

@@ -1,5 +1,6 @@
 #include "TZRenderPanelUniqueValues.h"
 
+#include "TZCategoryPanelSupport.h"
 #include "TZControlRender.h"
 #include "TZLayerKinds.h"
 #include "TZModelUniqueValues.h"
@@ -13,7 +14,6 @@
 
 #include <QHeaderView>
 #include <QMessageBox>
-#include <QScrollBar>
 
 #include <algorithm>
 
@@ -61,27 +61,7 @@ void TZRenderPanelUniqueValues::createModel()
 {
     mModel = new TZModelUniqueValues(this);
     QTableView* table = mUi->mTableViewValues;
-    table->setModel(mModel);
-    table->setAlternatingRowColors(true);
-    table->setIconSize(SymbolIconSize);
-    QHeaderView* header = table->horizontalHeader();
-    header->setFixedHeight(25);
-    // Count and the priority columns hold short numbers; the last column
-    // takes what is left, and never less than the default size.
-    header->setDefaultSectionSize(60);
-    header->setStretchLastSection(true);
-    // Row numbers add nothing to a category table and crowd its columns.
-    table->verticalHeader()->hide();
-    // 45 pixels as the Part has it, or more where the font would clip the
-    // "Symbols" header.
-    table->setColumnWidth(0, std::max(45, header->sectionSizeHint(0)));
-    table->setColumnWidth(1, 80);
-    table->setColumnWidth(2, 80);
-    // Wide enough for the four columns and a vertical scroll bar, so that a
-    // narrow dock does not clip the Count column.
-    table->setMinimumWidth(header->length() + 2 * table->frameWidth()
-                           + table->verticalScrollBar()->sizeHint().width());
-    table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    TZCategoryPanelSupport::setUpTable(table, mModel, 80, 80);
     mModel->setCountWhileCollecting(mUi->checkBox_2->isChecked());
 
     connect(mUi->mComboBoxValueField, SIGNAL(currentIndexChanged(int)), this, SLOT(onFieldChanged(int)));
@@ -106,22 +86,6 @@ void TZRenderPanelUniqueValues::createModel()
             [this] { onSelectionChanged(QItemSelection(), QItemSelection()); });
 }
 
-void TZRenderPanelUniqueValues::fillFieldCombo(TEFeatureLayer* layer)
-{
-    const QSignalBlocker blocker(mUi->mComboBoxValueField);
-    mUi->mComboBoxValueField->clear();
-    const TERefPtr<TEFields> fields = layer->GetFields();
-    if (!fields)
-        return;
-    // The first field is the feature id and is never offered.
-    for (int i = 1; i < fields->GetFieldCount(); ++i) {
-        const TERefPtr<TEField> field = fields->GetField(i);
-        if (!field || field->GetFieldType() == TEField::FT_Binary || field->IsSystemField() || field->IsGeoField())
-            continue;
-        mUi->mComboBoxValueField->addItem(field->GetName().toQString());
-    }
-}
-
 void TZRenderPanelUniqueValues::onReset()
 {
     if (!isVisible())
@@ -137,9 +101,10 @@ void TZRenderPanelUniqueValues::onReset()
     if (firstLoad)
         createModel();
 
-    fillFieldCombo(layer);
+    TZCategoryPanelSupport::fillFieldCombo(mUi->mComboBoxValueField, layer);
 
     mModel->setLayer(layer, QString());
+    mMissingField.clear();
     mUi->checkBox->setChecked(false);
 
     const TERefPtr<TEFeatureRender> featureRender = layer->GetSymbolRender();
@@ -149,13 +114,21 @@ void TZRenderPanelUniqueValues::onReset()
         : nullptr;
     if (render) {
         mModel->setShowOtherValuesState(render->IsShowOtherValue() ? Qt::Checked : Qt::Unchecked);
-        const QString field = render->GetExpression().toQString();
-        {
+        const QString renderField = render->GetExpression().toQString();
+        // A render saved from another format may name the field in another
+        // case; the layer's own spelling is what the combo and the scan use.
+        const int comboIndex = TZCategoryPanelSupport::findField(mUi->mComboBoxValueField, renderField);
+        if (comboIndex >= 0) {
             const QSignalBlocker blocker(mUi->mComboBoxValueField);
-            mUi->mComboBoxValueField->setCurrentText(field);
+            mUi->mComboBoxValueField->setCurrentIndex(comboIndex);
         }
+        const QString field = comboIndex >= 0 ? mUi->mComboBoxValueField->itemText(comboIndex)
+                                              : mUi->mComboBoxValueField->currentText();
         mModel->setLayer(layer, field);
-        mModel->loadFromRender(render.get(), this);
+        // Without the field the categories are still shown, so that nothing
+        // is lost, but Apply will not write them onto the field in the combo.
+        mMissingField = comboIndex >= 0 ? QString() : renderField;
+        mModel->loadFromRender(render.get(), this, comboIndex >= 0 ? field : QString());
 
         const TECategorizedSymbolRender::OutLineInfo outline = render->GetOutLineInfo();
         mOutlineColor = outline.color;
@@ -180,6 +153,8 @@ void TZRenderPanelUniqueValues::onReset()
         mModel->setPriorityShown(mUi->checkBox->isChecked());
         mModel->resetModel();
     } else {
+        // A fresh table: the catch-all row does not keep the last layer's check.
+        mModel->setShowOtherValuesState(Qt::Unchecked);
         refreshPriorityColumns();
         if (mUi->mComboBoxValueField->count() > 0)
             onFieldChanged(0);
@@ -187,6 +162,8 @@ void TZRenderPanelUniqueValues::onReset()
     }
 
     QTableView* table = mUi->mTableViewValues;
+    if (!mMissingField.isEmpty())
+        warnMissingField();
     if (firstLoad) {
         mSymbolColumnWidth = table->columnWidth(0);
         mRowHeight = table->verticalHeader()->defaultSectionSize();
@@ -208,18 +185,17 @@ bool TZRenderPanelUniqueValues::onApply()
     const QString field = mUi->mComboBoxValueField->currentText();
     if (field.isEmpty() || !mModel)
         return false;
+    if (!mMissingField.isEmpty()) {
+        warnMissingField();
+        return false;
+    }
 
     const auto render = MakeRef<TECategorizedSymbolRender>(TEString(field));
     render->EnablePriorityRender(mUi->checkBox->isChecked());
     render->SetIsRotateByClockWise(mRotation.clockwise);
     mRotation.writeFieldAndRange(*render);
 
-    for (int r = 0; r < mModel->rowCount(); ++r) {
-        const UniqueValueRow& row = mModel->row(r);
-        const QString value = r == 0 ? TZModelUniqueValues::AllOtherValues : row.value;
-        render->AddCategory(TEString(value), TEString(row.label), row.style, false, 0.0, 0.0);
-    }
-    render->SetIsShowOtherValue(mModel->showOtherValuesState() == Qt::Checked);
+    mModel->writeCategories(*render);
 
     copyOutlineToModel();
     TECategorizedSymbolRender::OutLineInfo outline;
@@ -238,8 +214,10 @@ void TZRenderPanelUniqueValues::onFieldChanged(int index)
     if (index >= 0 && layer && layer->IsValid() && mModel) {
         const QString field = mUi->mComboBoxValueField->currentText();
         const TERefPtr<TEFields> fields = layer->GetFields();
-        if (fields && fields->FindField(TEString(field)) >= 0)
+        if (fields && fields->FindField(TEString(field)) >= 0) {
             mModel->setLayer(layer, field);
+            mMissingField.clear();
+        }
     }
     refreshPriorityColumns();
 }
@@ -249,6 +227,8 @@ void TZRenderPanelUniqueValues::onAddAllValues()
     if (!mModel)
         return;
     mModel->addAllValues(mUi->mComboBoxRamp->currentColorRamp(), this);
+    // Every value row now belongs to the field in the combo.
+    mMissingField.clear();
 }
 
 void TZRenderPanelUniqueValues::onAddValue()
@@ -260,15 +240,8 @@ void TZRenderPanelUniqueValues::onAddValue()
 
 void TZRenderPanelUniqueValues::onDeleteValue()
 {
-    const QList<int> rows = selectedRows();
-    if (rows.isEmpty()) {
+    if (!TZCategoryPanelSupport::removeSelectedRows(mUi->mTableViewValues, mModel))
         QMessageBox::information(this, tr("Information"), tr("No items selected!"), QMessageBox::Ok);
-        return;
-    }
-    QList<int> valueRows = rows;
-    // The catch-all row stays: every category table starts with it.
-    valueRows.removeAll(0);
-    mModel->removeRowList(valueRows);
 }
 
 void TZRenderPanelUniqueValues::onDeleteAllValues()
@@ -276,39 +249,37 @@ void TZRenderPanelUniqueValues::onDeleteAllValues()
     if (!mModel)
         return;
     mModel->clear();
+    mMissingField.clear();
     refreshPriorityColumns();
+}
+
+void TZRenderPanelUniqueValues::warnMissingField()
+{
+    QMessageBox::warning(this, tr("Warning"),
+                         tr("The layer has no field \"%1\" that its unique values render classifies by. "
+                            "Its categories are shown but are not applied to another field: choose a field "
+                            "and add its values.")
+                             .arg(mMissingField),
+                         QMessageBox::Ok);
 }
 
 void TZRenderPanelUniqueValues::onRowUp()
 {
-    const QList<int> rows = selectedRows();
-    if (rows.size() != 1 || rows.first() < 2)
-        return;
-    const int row = rows.first();
-    mModel->moveRowUp(row);
-    selectRow(row - 1);
+    TZCategoryPanelSupport::moveSelectedRow(mUi->mTableViewValues, mModel, -1);
 }
 
 void TZRenderPanelUniqueValues::onRowDown()
 {
-    const QList<int> rows = selectedRows();
-    if (rows.size() != 1 || rows.first() < 1 || rows.first() + 1 >= mModel->rowCount())
-        return;
-    const int row = rows.first();
-    mModel->moveRowDown(row);
-    selectRow(row + 1);
+    TZCategoryPanelSupport::moveSelectedRow(mUi->mTableViewValues, mModel, +1);
 }
 
 void TZRenderPanelUniqueValues::onSelectionChanged(const QItemSelection&, const QItemSelection&)
 {
-    const QList<int> rows = selectedRows();
     bool up = false;
     bool down = false;
-    if (rows.size() == 1 && mModel) {
-        const int row = rows.first();
-        up = row > 1;
-        down = row >= 1 && row + 1 < mModel->rowCount();
-    }
+    if (mModel)
+        TZCategoryPanelSupport::upDownState(TZCategoryPanelSupport::selectedRows(mUi->mTableViewValues),
+                                            mModel->rowCount(), up, down);
     mUi->mButtonUp->setEnabled(up);
     mUi->mButtonDown->setEnabled(down);
 }
@@ -354,14 +325,7 @@ void TZRenderPanelUniqueValues::onColorRampChanged()
 
 void TZRenderPanelUniqueValues::onOutLineWidthUnitChanged(const QString& unit)
 {
-    if (unit == tr("Point")) {
-        mUi->mLineWidthBox->setSingleStep(1.0);
-        mUi->mLineWidthBox->setDecimals(0);
-        mUi->mLineWidthBox->setValue(1.0);
-    } else {
-        mUi->mLineWidthBox->setSingleStep(0.1);
-        mUi->mLineWidthBox->setDecimals(2);
-    }
+    TZCategoryPanelSupport::fitWidthBoxToUnit(mUi->mLineWidthBox, unit == tr("Point"));
     onColorRampChanged();
 }
 
@@ -417,23 +381,4 @@ void TZRenderPanelUniqueValues::copyOutlineToModel()
     mModel->setOutlineColor(mOutlineColor);
     mModel->setOutlineUnit(mOutlineUnit);
     mModel->setOutlineWidth(mOutlineWidth);
-}
-
-QList<int> TZRenderPanelUniqueValues::selectedRows() const
-{
-    QList<int> rows;
-    if (!mModel)
-        return rows;
-    const QModelIndexList selected = mUi->mTableViewValues->selectionModel()->selectedRows();
-    for (const QModelIndex& index : selected)
-        rows.append(index.row());
-    std::sort(rows.begin(), rows.end());
-    return rows;
-}
-
-void TZRenderPanelUniqueValues::selectRow(int row)
-{
-    QTableView* table = mUi->mTableViewValues;
-    table->clearSelection();
-    table->selectRow(row);
 }

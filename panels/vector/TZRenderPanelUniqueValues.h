@@ -55,13 +55,11 @@ public Q_SLOTS:
 
 private:
     void createModel();
-    void fillFieldCombo(TZObjects::TEFeatureLayer* layer);
     void refreshPriorityColumns();
     void copyOutlineToModel();
-    // Selected rows in ascending order.
-    QList<int> selectedRows() const;
-    void selectRow(int row);
     void fitSymbolColumn(const QSize& preview);
+    // Tells the user that the loaded render's field is not in the layer.
+    void warnMissingField();
 
     std::unique_ptr<Ui::TZRenderPanelUniqueValues> mUi;
     TZModelUniqueValues* mModel = nullptr;
@@ -71,4 +69,7 @@ private:
     TZRotationSettings mRotation;
     int mSymbolColumnWidth = 0;
     int mRowHeight = 0;
+    // The field of the loaded render when the layer has none of that name
+    // (in any case); while set, the table holds that field's categories.
+    QString mMissingField;
 };

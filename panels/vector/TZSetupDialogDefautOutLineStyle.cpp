@@ -19,7 +19,13 @@ TZSetupDialogDefautOutLineStyle::~TZSetupDialogDefautOutLineStyle() = default;
 
 void TZSetupDialogDefautOutLineStyle::getOutLineStyle(double& width, int& unit, TEColor& color) const
 {
-    width = mUi->mDoubleSpinBoxWidth->text().toDouble();
+    // The box shows its number in its own locale ("1,50" under a decimal
+    // comma), so its text is read back the same way, never as a C number.
+    const QDoubleSpinBox* box = mUi->mDoubleSpinBoxWidth;
+    bool ok = false;
+    width = box->locale().toDouble(box->cleanText(), &ok);
+    if (!ok)
+        width = 0.0;
     unit = mUi->mComboBoxUnit->currentData().toInt();
     color = uint32_t(mUi->mColorBtn->getColor());
 }

@@ -21,7 +21,8 @@ public:
     explicit TZSetupDialogDefautOutLineStyle(QWidget* parent = nullptr);
     ~TZSetupDialogDefautOutLineStyle() override;
 
-    // The chosen outline; a width text that is not a number gives 0.
+    // The chosen outline; the width is the box's number in the box's locale,
+    // and a width text that is not a number gives 0.
     void getOutLineStyle(double& width, int& unit, TZObjects::TEColor& color) const;
 
 private:

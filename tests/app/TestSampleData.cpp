@@ -189,6 +189,7 @@ private Q_SLOTS:
         QTest::newRow("rgb") << TZSampleDataGenerator::RgbImageName << 3 << int(GDT_Byte) << false;
         QTest::newRow("rgbn") << TZSampleDataGenerator::RgbnImageName << 4 << int(GDT_Byte) << false;
         QTest::newRow("landcover") << TZSampleDataGenerator::LandcoverName << 1 << int(GDT_Byte) << true;
+        QTest::newRow("landuse codes") << TZSampleDataGenerator::LandUseCodesName << 1 << int(GDT_Int16) << false;
     }
     void rastersHaveTheirBandsTypesAndPalette()
     {

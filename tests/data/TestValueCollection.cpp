@@ -6,6 +6,8 @@
 
 #include <QTemporaryDir>
 
+#include <map>
+
 using namespace TZObjects;
 using DataFixtures::Field;
 using DataFixtures::Row;
@@ -46,6 +48,10 @@ QStringList cursorCounts(const TEFeatureLayer& layer, const QString& field, cons
     return out;
 }
 
+const TEFeatureTable::Method kMethods[] = {TEFeatureTable::Method::Automatic, TEFeatureTable::Method::PushDown,
+                                           TEFeatureTable::Method::SqliteRead, TEFeatureTable::Method::ArrowStream,
+                                           TEFeatureTable::Method::Cursor};
+
 const std::vector<Field> kFields = {{QStringLiteral("kind"), OFTString},
                                     {QStringLiteral("code"), OFTInteger64},
                                     {QStringLiteral("score"), OFTReal}};
@@ -66,6 +72,24 @@ std::vector<Row> sampleRows()
         rows.push_back(row);
     }
     return rows;
+}
+
+TERefPtr<TEMemoryFeatureLayer> memoryLayer()
+{
+    TERefPtr<TEMemoryFeatureLayer> layer = TEMemoryFeatureLayer::Create(
+        QStringLiteral("m"), TELayer::LT_Point,
+        {{QStringLiteral("kind"), TEField::FT_String}, {QStringLiteral("code"), TEField::FT_Integer}});
+    for (const Row& row : sampleRows())
+        layer->AppendFeature(row.wkt, {row.values[0], row.values[1]});
+    return layer;
+}
+
+TERefPtr<TEFeature> newFeature(const TEFeatureLayer& layer, const char* kind, int code)
+{
+    TERefPtr<TEFeature> feature = layer.CreateFeature();
+    feature->SetValue(TEString(L"kind"), TEVariant(kind));
+    feature->SetValue(TEString(L"code"), TEVariant(code));
+    return feature;
 }
 
 } // namespace
@@ -122,23 +146,130 @@ private Q_SLOTS:
         const QStringList expected = cursorCounts(*layer, field, filter);
         QVERIFY(!expected.isEmpty());
 
-        for (bool pushDown : {true, false}) {
+        QStringList expectedValues;
+        for (const QString& entry : expected)
+            expectedValues << entry.left(entry.lastIndexOf(QLatin1Char('=')));
+        for (TEFeatureTable::Method method : kMethods) {
             TERefPtr<TEFeatureTable> table = layer->GetDatasource();
-            table->SetPushDownEnabled(pushDown);
+            table->SetMethod(method);
             std::vector<TEFeatureTable::ValueCount> counts;
             QString error;
             QVERIFY2(table->GetValueCounts(TEString(field), counts, &error), qPrintable(error));
             QCOMPARE(describe(counts), expected);
+            // GeoPackage strings and integers are read by each method itself.
+            if (source == QLatin1String("gpkg") && (field == QLatin1String("kind") || field == QLatin1String("code"))
+                && method != TEFeatureTable::Method::Automatic)
+                QCOMPARE(int(table->GetLastMethod()), int(method));
 
             std::vector<TEString> values;
             QVERIFY2(table->GetDistinctValues(TEString(field), values, &error), qPrintable(error));
-            QStringList expectedValues;
-            for (const QString& entry : expected)
-                expectedValues << entry.left(entry.lastIndexOf(QLatin1Char('=')));
-            QStringList got = describe(values);
-            got.sort();
-            expectedValues.sort();
-            QCOMPARE(got, expectedValues);
+            QCOMPARE(describe(values), expectedValues);
+        }
+    }
+
+    // Unsaved adds, changes and deletes count as if saved: every reading
+    // method gives, before the save, what a plain scan gives after it.
+    void collectionsSeeTheEditBuffer_data()
+    {
+        QTest::addColumn<QString>("source");
+        QTest::addColumn<QString>("field");
+        QTest::addColumn<QString>("where");
+        for (const char* source : {"gpkg", "shp", "memory"}) {
+            for (const char* field : {"kind", "code"}) {
+                QTest::newRow(qPrintable(QStringLiteral("%1 %2").arg(source, field))) << source << field << QString();
+                QTest::newRow(qPrintable(QStringLiteral("%1 %2 filtered").arg(source, field)))
+                    << source << field << QStringLiteral("code > 0");
+            }
+        }
+    }
+    void collectionsSeeTheEditBuffer()
+    {
+        QFETCH(QString, source);
+        QFETCH(QString, field);
+        QFETCH(QString, where);
+        QTemporaryDir dir;
+        TERefPtr<TEFeatureLayer> layer;
+        if (source == QLatin1String("memory")) {
+            layer = memoryLayer();
+        } else {
+            const QString path = dir.filePath(QStringLiteral("edited.") + source);
+            QCOMPARE(DataFixtures::writeVector(path, source == QLatin1String("gpkg") ? "GPKG" : "ESRI Shapefile",
+                                               QStringLiteral("values"), wkbPoint, kFields, sampleRows()),
+                     QString());
+            layer = TEFeatureLayer::Open(path);
+        }
+        QVERIFY(layer);
+        const TEQueryFilter filter{TEString(where)};
+        const int firstFid = layer->Search(TEQueryFilter())->NextFeature()->GetId();
+
+        // A new value and one more of an old value; the first feature
+        // deleted; a feature early in the layer changed to a new value and
+        // another changed so that it passes the filter only now.
+        layer->AddFeature(newFeature(*layer, "marsh", 3));
+        layer->AddFeature(newFeature(*layer, "lake", 2));
+        QVERIFY(layer->DeleteFeature(firstFid));
+        TERefPtr<TEFeature> changed = layer->Search(TEQueryFilter(TEString(L"kind = 'lake'")))->NextFeature();
+        changed->SetValue(TEString(L"kind"), TEVariant("heath"));
+        changed->SetValue(TEString(L"code"), TEVariant(7));
+        QVERIFY(layer->UpdateFeature(changed));
+        TERefPtr<TEFeature> zero = layer->Search(TEQueryFilter(TEString(L"code IS NULL AND kind = 'lake'")))->NextFeature();
+        QVERIFY(zero && zero->GetId() != firstFid);
+        zero->SetValue(TEString(L"code"), TEVariant(5));
+        QVERIFY(layer->UpdateFeature(zero));
+        QVERIFY(layer->HasBeEdited());
+
+        std::map<TEFeatureTable::Method, QStringList> before;
+        for (TEFeatureTable::Method method : kMethods) {
+            TERefPtr<TEFeatureTable> table = layer->GetDatasource();
+            table->SetMethod(method);
+            std::vector<TEFeatureTable::ValueCount> counts;
+            QString error;
+            QVERIFY2(table->GetValueCounts(TEString(field), filter, counts, &error), qPrintable(error));
+            before[method] = describe(counts);
+            if (source == QLatin1String("gpkg") && method != TEFeatureTable::Method::Automatic)
+                QCOMPARE(int(table->GetLastMethod()), int(method));
+            std::vector<TEString> values;
+            QVERIFY2(table->GetDistinctValues(TEString(field), filter, values, &error), qPrintable(error));
+            QCOMPARE(values.size(), counts.size());
+        }
+
+        QString error;
+        QVERIFY2(layer->SaveEdits(&error), qPrintable(error));
+        const QStringList saved = cursorCounts(*layer, field, filter);
+        QVERIFY(saved.join(QLatin1Char(' ')).contains(field == QLatin1String("kind") ? "heath" : "7"));
+        for (TEFeatureTable::Method method : kMethods)
+            QCOMPARE(before[method], saved);
+    }
+
+    // Thousands of distinct values: the counting table grows many times
+    // over and must still give each value its count in first-met order.
+    void manyDistinctValuesKeepCountsAndOrder()
+    {
+        std::vector<Row> rows;
+        for (int i = 0; i < 6000; ++i) {
+            Row row;
+            row.wkt = QStringLiteral("POINT (%1 0)").arg(i);
+            // Short keys and keys longer than the counting table keeps in place.
+            const QString text = (i % 3 ? QStringLiteral("v%1") : QStringLiteral("a longer value, number %1"))
+                                     .arg((i * 7919) % 4001);
+            row.values = {TEVariant(text.toUtf8().constData()),
+                          TEVariant(i % 2500), TEVariant(0.5)};
+            rows.push_back(row);
+        }
+        const QString path = mDir.filePath(QStringLiteral("many.gpkg"));
+        QCOMPARE(DataFixtures::writeVector(path, "GPKG", QStringLiteral("many"), wkbPoint, kFields, rows), QString());
+        TERefPtr<TEFeatureLayer> layer = TEFeatureLayer::Open(path);
+        QVERIFY(layer);
+        for (const QString field : {QStringLiteral("kind"), QStringLiteral("code")}) {
+            const QStringList expected = cursorCounts(*layer, field, TEQueryFilter());
+            QVERIFY(expected.size() >= 2500);
+            for (TEFeatureTable::Method method : kMethods) {
+                TERefPtr<TEFeatureTable> table = layer->GetDatasource();
+                table->SetMethod(method);
+                std::vector<TEFeatureTable::ValueCount> counts;
+                QVERIFY(table->GetValueCounts(TEString(field), TEQueryFilter(), counts));
+                QCOMPARE(describe(counts), expected);
+            }
         }
     }
 
@@ -149,6 +280,20 @@ private Q_SLOTS:
         QVERIFY(gpkg->CanPushDown(TEString(L"code")));
         QVERIFY(!gpkg->CanPushDown(TEString(L"score")));
         QVERIFY(!TEFeatureLayer::Open(mShp)->GetDatasource()->CanPushDown(TEString(L"kind")));
+
+        // A local file is read one column at a time, never grouped by its
+        // own SQL: through the driver's fast Arrow stream where it has one,
+        // else straight through SQLite. Reals are scanned by the cursor.
+        using M = TEFeatureTable::Method;
+        const M local = gpkg->MethodFor(TEString(L"kind"), TEQueryFilter());
+        QVERIFY(local == M::ArrowStream || local == M::SqliteRead);
+        QCOMPARE(int(gpkg->MethodFor(TEString(L"code"), TEQueryFilter(TEString(L"code > 1")))), int(local));
+        QCOMPARE(int(gpkg->MethodFor(TEString(L"score"), TEQueryFilter())), int(M::Cursor));
+        TEQueryFilter box;
+        box.SetSpatialRect(QRectF(0, 0, 5, 5));
+        QVERIFY(gpkg->MethodFor(TEString(L"kind"), box) != M::SqliteRead);
+        QCOMPARE(int(TEFeatureLayer::Open(mShp)->GetDatasource()->MethodFor(TEString(L"kind"), TEQueryFilter())),
+                 int(M::Cursor));
     }
 
     void filterRestrictsValues()
@@ -181,11 +326,7 @@ private Q_SLOTS:
 
     void memoryLayerScansTheSame()
     {
-        TERefPtr<TEMemoryFeatureLayer> layer = TEMemoryFeatureLayer::Create(
-            QStringLiteral("m"), TELayer::LT_Point,
-            {{QStringLiteral("kind"), TEField::FT_String}, {QStringLiteral("code"), TEField::FT_Integer}});
-        for (const Row& row : sampleRows())
-            QVERIFY(layer->AppendFeature(row.wkt, {row.values[0], row.values[1]}) >= 0);
+        TERefPtr<TEMemoryFeatureLayer> layer = memoryLayer();
         std::vector<TEFeatureTable::ValueCount> counts;
         QVERIFY(layer->GetDatasource()->GetValueCounts(TEString(L"kind"), counts));
         QCOMPARE(describe(counts), QStringList({"forest=3", "=3", "lake=2", "urban=1", "Forest=1"}));

@@ -437,6 +437,121 @@ private Q_SLOTS:
         QCOMPARE(model.values().last(), QStringLiteral("Alta"));
     }
 
+    // Edits made while the layer is edited reach the counts twice: through
+    // the feature-count events and through a new collection, which reads
+    // the edit buffer. Both must agree, on a file as in memory.
+    void addAllAfterEditsAgreesWithTheEvents_data()
+    {
+        QTest::addColumn<bool>("geoPackage");
+        QTest::newRow("memory") << false;
+        QTest::newRow("geopackage") << true;
+    }
+    void addAllAfterEditsAgreesWithTheEvents()
+    {
+        QFETCH(bool, geoPackage);
+        QTemporaryDir folder;
+        const TERefPtr<TEFeatureLayer> layer = geoPackage
+            ? VectorFixtures::makeGeoPackage(folder.path(), TELayer::LT_Point, Cities)
+            : TERefPtr<TEFeatureLayer>(VectorFixtures::makeLayer(TELayer::LT_Point, Cities));
+        QVERIFY(layer);
+        TZModelUniqueValues& model = watchedModel();
+        model.setLayer(layer.get(), QStringLiteral("name"));
+        model.setCountWhileCollecting(true);
+        model.addAllValues(VectorFixtures::redToBlue().get(), nullptr);
+
+        TERefPtr<TEFeature> feature = layer->CreateFeature();
+        for (const char* name : {"Bergen", "Alta", "Alta"}) {
+            feature->SetValue(TEString(L"name"), TEVariant(TEString(QString::fromLatin1(name))));
+            layer->AddFeature(feature);
+        }
+        for (const wchar_t* where : {L"name = 'Tromso'", L"name = 'Oslo'"})
+            QVERIFY(layer->DeleteFeature(layer->Search(TEQueryFilter(TEString(where)))->NextFeature()->GetId()));
+        QCoreApplication::processEvents();
+        QHash<QString, int> byEvents;
+        for (const QString& value : model.values()) {
+            if (model.valueCount(value) > 0)
+                byEvents.insert(value, model.valueCount(value));
+        }
+        const QHash<QString, int> expected{{"Oslo", 2}, {"Bergen", 3}, {"Alta", 2}};
+        QCOMPARE(byEvents, expected);
+
+        model.addAllValues(VectorFixtures::redToBlue().get(), nullptr);
+        QHash<QString, int> byCollection;
+        for (int r = 1; r < model.rowCount(); ++r)
+            byCollection.insert(model.row(r).value, model.row(r).count);
+        QCOMPARE(byCollection, expected);
+        // The first Oslo is gone, so Bergen is met first now.
+        QCOMPARE(column(model, 1).mid(1), (QStringList{"Bergen", "Oslo", "Alta"}));
+
+        // Without counting the same values come, in the same order.
+        model.setCountWhileCollecting(false);
+        model.addAllValues(VectorFixtures::redToBlue().get(), nullptr);
+        QCOMPARE(column(model, 1).mid(1), (QStringList{"Bergen", "Oslo", "Alta"}));
+    }
+
+    // A derived table changes what is collected, how new rows get their
+    // symbols, the key of a feature and where the priority columns start,
+    // and keeps everything else.
+    void derivedTableReusesRowsThroughItsHooks()
+    {
+        class InitialsModel : public TZModelUniqueValues
+        {
+        public:
+            InitialsModel() { resetModel(); }
+
+        protected:
+            void collectValues(bool) override
+            {
+                QStringList initials;
+                QHash<QString, int> counts;
+                TERefPtr<TEFeatureCursor> cursor = layer()->Search(layer()->query_filter());
+                while (TERefPtr<TEFeature> feature = cursor->NextFeature()) {
+                    const QString key = featureValue(*feature);
+                    if (counts[key]++ == 0)
+                        initials << key;
+                }
+                setCollectedValues(initials, counts);
+            }
+            QString featureValue(const TEFeature& feature) const override
+            {
+                return feature.GetValue(TEString(fieldName())).ToString().toQString().left(1);
+            }
+            TERefPtr<TEStyle> symbolForNewRow(const QString& value, const TEColorRampContainer&, int) const override
+            {
+                return makeSymbol(value == QLatin1String("O") ? TEColor(1, 2, 3) : TEColor(4, 5, 6));
+            }
+            bool coloursFromRamp() const override { return false; }
+            int firstPriorityColumn() const override { return 5; }
+        };
+
+        auto layer = VectorFixtures::makeLayer(TELayer::LT_Point, Cities);
+        InitialsModel model;
+        QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        model.setLayer(layer.get(), QStringLiteral("name"));
+        model.setPriorityShown(true);
+        QCOMPARE(model.columnCount(), 6);
+        model.addAllValues(nullptr, nullptr);
+        QCOMPARE(column(model, 1), (QStringList{QStringLiteral("<all other values>"), "O", "B", "T"}));
+        QCOMPARE(counts(model), (QList<int>{0, 3, 2, 1}));
+        QCOMPARE(rowColor(model, 1), TEColor(1, 2, 3).GetColor());
+        QCOMPARE(rowColor(model, 2), TEColor(4, 5, 6).GetColor());
+        QVERIFY(!model.index(1, 4).data().isValid());
+        QCOMPARE(model.headerData(5, Qt::Horizontal).toString(), QStringLiteral("-1-"));
+        QVERIFY(model.setData(model.index(1, 5), QStringLiteral("7")));
+        QCOMPARE(model.row(1).style->GetPriority(), 7);
+
+        TERefPtr<TEFeature> feature = layer->CreateFeature();
+        feature->SetValue(TEString(L"name"), TEVariant(TEString(L"Bodo")));
+        layer->AddFeature(feature);
+        QCoreApplication::processEvents();
+        QCOMPARE(model.row(2).count, 3);
+
+        TECategorizedSymbolRender render(TEString(L"name"));
+        model.writeCategories(render);
+        QCOMPARE(render.GetItemCount(), 4);
+        QCOMPARE(render.GetCategoryRenderItem(3)->GetValue().toQString(), QStringLiteral("T"));
+    }
+
     void handlersAreUnboundOnDestructionAndLayerChange()
     {
         auto first = VectorFixtures::makeLayer(TELayer::LT_Point, Cities);

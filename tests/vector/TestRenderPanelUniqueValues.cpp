@@ -16,10 +16,14 @@
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QHeaderView>
+#include <QLocale>
+#include <QScopeGuard>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTableView>
 #include <QToolButton>
+
+#include <memory>
 
 using namespace TZObjects;
 
@@ -198,11 +202,22 @@ private Q_SLOTS:
         }
     }
 
+    // The dialog's width box shows "0,75" under a decimal comma; the panel
+    // must still apply 0.75, not 0.
+    void defaultOutlineFromTheSetupDialogIsApplied_data()
+    {
+        QTest::addColumn<QLocale>("locale");
+        QTest::newRow("decimal point") << QLocale::c();
+        QTest::newRow("decimal comma") << QLocale(QLocale::German, QLocale::Germany);
+    }
     void defaultOutlineFromTheSetupDialogIsApplied()
     {
+        QFETCH(QLocale, locale);
         auto layer = VectorFixtures::makeLayer(TELayer::LT_Polygon, Cities);
         TZRenderPanelUniqueValues* panel = openPanel(layer.get());
         QVERIFY(panel);
+        panel->setLocale(locale);
+        const auto restore = qScopeGuard([panel] { panel->unsetLocale(); });
         addAllWithCounts(panel);
         ModalAnswer answer("TZSetupDialogDefautOutLineStyle", [](QWidget* dialog) {
             dialog->findChild<QDoubleSpinBox*>()->setValue(0.75);
@@ -421,6 +436,65 @@ private Q_SLOTS:
         QCOMPARE(width->singleStep(), 0.1);
         QCOMPARE(width->value(), 1.0);
         QCOMPARE(panel->model()->row(1).style->GetUnits(), 3);
+    }
+
+    // A render may name its field in another case than the layer (after a
+    // change of format) or name a field the layer no longer has.
+    void renderFieldIsMatchedIgnoringCase_data()
+    {
+        QTest::addColumn<QString>("renderField");
+        QTest::addColumn<bool>("found");
+        QTest::newRow("same case") << "name" << true;
+        QTest::newRow("other case") << "NAME" << true;
+        QTest::newRow("missing") << "town" << false;
+    }
+    void renderFieldIsMatchedIgnoringCase()
+    {
+        QFETCH(QString, renderField);
+        QFETCH(bool, found);
+        auto layer = VectorFixtures::makeLayer(TELayer::LT_Point, Cities);
+        auto render = MakeRef<TECategorizedSymbolRender>(TEString(renderField));
+        render->AddCategory(TEString(L"<all other values>"), TEString(L"Other"), layer->GetDefaultStyle());
+        render->AddCategory(TEString(L"Oslo"), TEString(L"Capital"), layer->GetDefaultStyle());
+        layer->SetSymbolRender(render);
+
+        // Loading tells the user which field is missing (a box of any kind
+        // shown for a field that is there would make the panel hang here).
+        std::unique_ptr<ModalAnswer> loadWarning;
+        if (!found)
+            loadWarning = std::make_unique<ModalAnswer>("QMessageBox", ModalAnswer::click(QMessageBox::Ok));
+        TZRenderPanelUniqueValues* panel = openPanel(layer.get());
+        QVERIFY(panel);
+        if (!found) {
+            QVERIFY(loadWarning->answered());
+            QCOMPARE(loadWarning->dialogTitle(), QStringLiteral("Warning"));
+            QVERIFY(loadWarning->dialogText().contains(QLatin1String("\"town\"")));
+        }
+        // The categories are shown either way; counted when the field is there.
+        TZModelUniqueValues* model = panel->model();
+        QCOMPARE(model->rowCount(), 2);
+        QCOMPARE(model->row(1).label, QStringLiteral("Capital"));
+        QCOMPARE(model->row(1).count, found ? 2 : 0);
+        QCOMPARE(child<QComboBox>(panel, "mComboBoxValueField")->currentText(), QStringLiteral("name"));
+
+        if (found) {
+            QVERIFY(panel->onApply());
+            const auto applied = layer->GetSymbolRender().cast<TECategorizedSymbolRender>();
+            QVERIFY(applied && applied != render);
+            QCOMPARE(applied->GetExpression().toQString(), QStringLiteral("name"));
+            QCOMPARE(applied->GetItemCount(), 2);
+        } else {
+            // Not written onto "name": the layer keeps its render.
+            ModalAnswer applyWarning("QMessageBox", ModalAnswer::click(QMessageBox::Ok));
+            QVERIFY(!panel->onApply());
+            QVERIFY(applyWarning.answered());
+            QVERIFY(applyWarning.dialogText().contains(QLatin1String("\"town\"")));
+            QVERIFY(layer->GetSymbolRender() == render);
+            // Once the user starts over on a field of the layer, Apply works.
+            child<QPushButton>(panel, "mButtonRemoveAll")->click();
+            QVERIFY(panel->onApply());
+            QCOMPARE(layer->GetSymbolRender().cast<TECategorizedSymbolRender>()->GetItemCount(), 1);
+        }
     }
 
     void applyWithoutFieldsIsRefused()

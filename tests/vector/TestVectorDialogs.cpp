@@ -14,8 +14,10 @@
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QListView>
+#include <QLocale>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScopeGuard>
 
 using namespace TZObjects;
 
@@ -119,9 +121,21 @@ private Q_SLOTS:
         QVERIFY(none.selectedValues().isEmpty());
     }
 
+    void outlineDialogGivesWidthUnitAndColour_data()
+    {
+        QTest::addColumn<QLocale>("locale");
+        QTest::newRow("decimal point") << QLocale::c();
+        QTest::newRow("decimal comma") << QLocale(QLocale::German, QLocale::Germany);
+        QTest::newRow("comma, French") << QLocale(QLocale::French, QLocale::France);
+    }
     void outlineDialogGivesWidthUnitAndColour()
     {
+        QFETCH(QLocale, locale);
+        const QLocale previous;
+        QLocale::setDefault(locale);
+        const auto restore = qScopeGuard([previous] { QLocale::setDefault(previous); });
         TZSetupDialogDefautOutLineStyle dialog;
+        QCOMPARE(dialog.findChild<QDoubleSpinBox*>()->text(), locale.toString(2.0, 'f', 2));
         QCOMPARE(dialog.windowTitle(), QStringLiteral("Setup"));
         double width = -1.0;
         int unit = -1;

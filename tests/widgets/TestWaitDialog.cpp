@@ -3,6 +3,9 @@
 #include "widgets/TZWaitDialog.h"
 
 #include <QApplication>
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QPushButton>
 #include <QLabel>
 #include <QThread>
 
@@ -55,6 +58,39 @@ private Q_SLOTS:
         QVERIFY(sawDialog);
         QCOMPARE(shownText, QStringLiteral("Collecting values..."));
         QVERIFY(!dialog.isVisible());
+    }
+
+    // With a cancel handler the dialog offers "Cancel"; clicking it asks
+    // the job to stop, and WaitFor returns once the job has returned.
+    void cancelButtonAsksTheJobToStop()
+    {
+        TZWaitDialog dialog(QStringLiteral("Wait"));
+        std::atomic<bool> keepRunning{true};
+        dialog.setCancelHandler([&keepRunning] { keepRunning = false; });
+        bool clicked = false;
+        QTimer::singleShot(400, [&] {
+            auto* buttons = dialog.findChild<QDialogButtonBox*>(QStringLiteral("mButtonBoxCancel"));
+            if (!qEnvironmentVariableIsEmpty("TZ_SNAPSHOT_DIR"))
+                dialog.grab().save(QDir(qEnvironmentVariable("TZ_SNAPSHOT_DIR")).filePath("wait-dialog-cancel.png"));
+            if (buttons && buttons->isVisible() && buttons->button(QDialogButtonBox::Cancel)->text() == "Cancel") {
+                buttons->button(QDialogButtonBox::Cancel)->click();
+                clicked = true;
+            }
+        });
+        int rounds = 0;
+        QVERIFY(dialog.WaitFor([&] {
+            while (keepRunning && rounds < 2000) {
+                std::this_thread::sleep_for(std::chrono::milliseconds(5));
+                ++rounds;
+            }
+        }));
+        QVERIFY(clicked);
+        QVERIFY(dialog.wasCancelled());
+        QVERIFY(rounds < 2000);
+        QVERIFY(!dialog.isVisible());
+        // The next job starts with the flag cleared.
+        QVERIFY(dialog.WaitFor([] {}));
+        QVERIFY(!dialog.wasCancelled());
     }
 
     void catchesAnExceptionFromTheJob_data()
