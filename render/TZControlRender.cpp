@@ -2,6 +2,8 @@
 
 #include "TZRenderPanel.h"
 #include "TZRenderPanelFourColorTheorem.h"
+#include "TZRenderPanelGradingSymbol.h"
+#include "TZRenderPanelGraduatedSymbolsDiagram.h"
 #include "TZRenderPanelRuleBased.h"
 #include "TZRenderPanelSingleSymbol.h"
 #include "TZRenderPanelUniqueValues.h"
@@ -11,7 +13,10 @@
 #include "TZRenderTranslation.h"
 #include "TzImageRenderClassDialog.h"
 #include "TzImageRenderColormapDialog.h"
+#include "TzImageRenderStretchDialog.h"
 #include "TzImageRenderUniqueDialog.h"
+#include "TzImgRenderMultiStretchDialog.h"
+#include "TzImgRenderRGBCompositeDialog.h"
 #include "ui_TZControlRender.h"
 
 #include "data/TEFeatureLayer.h"
@@ -132,14 +137,19 @@ void TZControlRender::initRenderCatalog()
     // stretch, raster RGB composite.
     addRender(new TZRenderPanelSingleSymbol(this));
     addRender(new TZRenderPanelUniqueValues(this));
+    addRender(new TZRenderPanelGradingSymbol(this));
+    addRender(new TZRenderPanelGraduatedSymbolsDiagram(this));
     addRender(new TZRenderPanelRuleBased(this));
     addRender(new TZRenderPanelFourColorTheorem(this));
     addRender(new TZRenderPanelPieDiagram(this));
     addRender(new TZRenderPanelHistogramDiagram(this));
     addRender(new TZRenderPanelStackDiagram(this));
     addRender(new TzImageRenderClassDialog(this));
+    addRender(new TzImageRenderStretchDialog(this));
     addRender(new TzImageRenderUniqueDialog(this));
     addRender(new TzImageRenderColormapDialog(this));
+    addRender(new TzImgRenderMultiStretchDialog(this));
+    addRender(new TzImgRenderRGBCompositeDialog(this));
 }
 
 void TZControlRender::addRender(TZRenderPanel* panel)
