@@ -69,7 +69,7 @@ bool TZFeatureLayerDrawer::draw(QPainter* painter, const TZMapViewport& viewport
     const QTransform& toDevice = context.mapToDevice;
     const bool wholeLayer = mRender && mRender->DrawsWholeLayer();
     // A render drawing from the whole layer draws its own overlay there.
-    const auto* diagram = wholeLayer ? nullptr : dynamic_cast<const TEDiagramRender*>(mRender.get());
+    auto* diagram = wholeLayer ? nullptr : dynamic_cast<TEDiagramRender*>(mRender.get());
     const bool byPriority = mRender && mRender->PriorityRender();
     std::vector<Pending> pending;
     std::vector<Diagram> diagrams;
@@ -121,9 +121,16 @@ bool TZFeatureLayerDrawer::draw(QPainter* painter, const TZMapViewport& viewport
     return finished;
 }
 
-bool TZFeatureLayerDrawer::drawDiagrams(QPainter* painter, const TEDiagramRender* render,
+bool TZFeatureLayerDrawer::drawDiagrams(QPainter* painter, TEDiagramRender* render,
                                         const std::vector<Diagram>& diagrams, const TEDrawContext& context)
 {
+    // Diagrams are measured against those in view (the drawer's own copy of
+    // the render holds that measure).
+    std::vector<TEFeature*> features;
+    features.reserve(diagrams.size());
+    for (const Diagram& item : diagrams)
+        features.push_back(item.values.get());
+    render->PrepareDiagrams(features);
     for (const Diagram& item : diagrams) {
         if (context.IsCancelled())
             return false;

@@ -58,7 +58,7 @@ private:
 
     bool drawByPriority(QPainter* painter, const std::vector<Pending>& pending, const QTransform& toDevice,
                         const TZObjects::TETrackCancel* cancel);
-    bool drawDiagrams(QPainter* painter, const TZObjects::TEDiagramRender* render,
+    bool drawDiagrams(QPainter* painter, TZObjects::TEDiagramRender* render,
                       const std::vector<Diagram>& diagrams, const TZObjects::TEDrawContext& context);
     bool drawWholeLayer(QPainter* painter, const TZObjects::TEDrawContext& context);
     TZObjects::TEQueryFilter viewFilter(const QRectF& rect) const;

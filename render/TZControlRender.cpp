@@ -6,8 +6,11 @@
 #include "TZRenderPanelFourColorTheorem.h"
 #include "TZRenderPanelGradingSymbol.h"
 #include "TZRenderPanelGraduatedSymbolsDiagram.h"
+#include "TZRenderPanelHistogramDiagram.h"
+#include "TZRenderPanelPieDiagram.h"
 #include "TZRenderPanelRuleBased.h"
 #include "TZRenderPanelSingleSymbol.h"
+#include "TZRenderPanelStackDiagram.h"
 #include "TZRenderPanelThermodynamicDiagram.h"
 #include "TZRenderPanelUniqueValues.h"
 #include "TZRenderTranslation.h"
@@ -142,6 +145,9 @@ void TZControlRender::initRenderCatalog()
     addRender(new TZRenderPanelRuleBased(this));
     addRender(new TZRenderPanelFourColorTheorem(this));
     addRender(new TZRenderPanelThermodynamicDiagram(this));
+    addRender(new TZRenderPanelPieDiagram(this));
+    addRender(new TZRenderPanelHistogramDiagram(this));
+    addRender(new TZRenderPanelStackDiagram(this));
     addRender(new TZRenderPanelDotDensityDiagram(this));
     addRender(new TZRenderPanelClusterDiagram(this));
     addRender(new TzImageRenderClassDialog(this));

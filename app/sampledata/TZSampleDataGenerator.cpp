@@ -437,7 +437,9 @@ bool TZSampleDataGenerator::writeRegions(GDALDatasetH dataset, OGRSpatialReferen
     if (!layer)
         return fail(error, "cannot create the layer regions");
     if (!addField(layer, "name", OFTString, error) || !addField(layer, "population", OFTInteger64, error)
-        || !addField(layer, "area", OFTReal, error) || !addField(layer, "landuse", OFTString, error))
+        || !addField(layer, "area", OFTReal, error) || !addField(layer, "landuse", OFTString, error)
+        || !addField(layer, "age_0_14", OFTInteger64, error) || !addField(layer, "age_15_64", OFTInteger64, error)
+        || !addField(layer, "age_65_up", OFTInteger64, error))
         return false;
 
     // A jittered grid whose edges are bent by points computed from the edge's
@@ -503,6 +505,22 @@ bool TZSampleDataGenerator::writeRegions(GDALDatasetH dataset, OGRSpatialReferen
                 OGR_F_SetFieldNull(feature, 1);
             else
                 OGR_F_SetFieldInteger64(feature, 1, static_cast<GIntBig>(mRandom.logNormal(medians[landUse], 0.9)));
+            // The population by age group (children, working age, elderly),
+            // adding up to it; its shares come from stateless hashes so the
+            // rest of the data stays as it was.
+            if (OGR_F_IsFieldSetAndNotNull(feature, 1)) {
+                const GIntBig people = OGR_F_GetFieldAsInteger64(feature, 1);
+                const double young = 0.10 + 0.14 * TZSampleRandom::hash01(mSeed, 5, i, j);
+                const double old = 0.10 + 0.20 * TZSampleRandom::hash01(mSeed, 6, i, j);
+                const GIntBig children = std::llround(people * young);
+                const GIntBig elderly = std::llround(people * old);
+                OGR_F_SetFieldInteger64(feature, 4, children);
+                OGR_F_SetFieldInteger64(feature, 5, people - children - elderly);
+                OGR_F_SetFieldInteger64(feature, 6, elderly);
+            } else {
+                for (int field = 4; field <= 6; ++field)
+                    OGR_F_SetFieldNull(feature, field);
+            }
             OGR_F_SetFieldDouble(feature, 2, std::round(OGR_G_Area(polygon) / 1000.0) / 1000.0);  // km²
             OGR_F_SetFieldString(feature, 3, LandUseClasses()[landUse].c_str());
             OGR_F_SetGeometryDirectly(feature, polygon);

@@ -55,6 +55,10 @@ bool TEDiagramRender::DrawDiagram(QPainter*, TEFeature*, const QPointF&, const T
     return false;
 }
 
+void TEDiagramRender::PrepareDiagrams(const std::vector<TEFeature*>&)
+{
+}
+
 namespace {
 
 // The point halfway along a simple line string, by its length.
@@ -186,12 +190,18 @@ void TEDiagramRender::DrawLabel(QPainter* painter, const QString& text, const QP
         baseline += metrics.ascent();
     else if (alignment & Qt::AlignBottom)
         baseline -= metrics.descent();
-    QPainterPath path;
-    path.addText(QPointF(x, baseline), font, text);
+    // The halo is the text drawn in white one pixel off in eight
+    // directions; drawText goes through the glyph cache, where a text path
+    // would be shaped and stroked anew for every label.
     painter->save();
-    painter->setRenderHint(QPainter::Antialiasing, true);
-    painter->strokePath(path, QPen(QColor(255, 255, 255, 220), 2.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter->fillPath(path, QColor(30, 30, 30));
+    painter->setFont(font);
+    painter->setPen(QColor(255, 255, 255, 220));
+    const QPointF at(x, baseline);
+    static const QPointF offsets[] = {{-1, -1}, {0, -1}, {1, -1}, {-1, 0}, {1, 0}, {-1, 1}, {0, 1}, {1, 1}};
+    for (const QPointF& offset : offsets)
+        painter->drawText(at + offset, text);
+    painter->setPen(QColor(30, 30, 30));
+    painter->drawText(at, text);
     painter->restore();
 }
 

@@ -51,6 +51,15 @@ public:
     virtual bool DrawDiagram(QPainter* painter, TEFeature* feature, const QPointF& anchor,
                              const TEDrawContext& context) const;
 
+    // Called by a host with the features whose diagrams it is about to
+    // draw (those in view), before the first DrawDiagram. Renders that size
+    // diagrams against each other take their measure here: a bar's length
+    // is its value over the largest value among these features, so bars
+    // compare across the map, and panning to another part of it rescales
+    // them to what is shown. Without this call every feature is measured
+    // on its own. The base does nothing.
+    virtual void PrepareDiagrams(const std::vector<TEFeature*>& features);
+
     // The map point a feature's diagram stands on: a point is itself (a
     // multi-point its first point), a line the point halfway along it (a
     // multi-line: along its longest part), a polygon a point inside it (a

@@ -13,9 +13,11 @@ bool TEHistogramDiagramRender::DrawDiagram(QPainter* painter, TEFeature* feature
                                            const TEDrawContext& context) const
 {
     const std::vector<double> values = ItemValues(feature);
-    const double largest = values.empty() ? 0.0 : *std::max_element(values.begin(), values.end());
-    if (!painter || largest <= 0.0)
+    const double own = values.empty() ? 0.0 : *std::max_element(values.begin(), values.end());
+    if (!painter || own <= 0.0)
         return false;
+    // A feature the preparation did not see never outgrows the maximum.
+    const double largest = std::max(own, mLargestValue);
     const double width = context.ToPixels(mWidth, mUnitType);
     const double maxLength = context.ToPixels(mMaxHeight, TEStyle::Point);
     const double spread = width * double(values.size());
@@ -44,6 +46,15 @@ bool TEHistogramDiagramRender::DrawDiagram(QPainter* painter, TEFeature* feature
         }
     }
     return true;
+}
+
+void TEHistogramDiagramRender::PrepareDiagrams(const std::vector<TEFeature*>& features)
+{
+    mLargestValue = 0.0;
+    for (TEFeature* feature : features) {
+        for (const double value : ItemValues(feature))
+            mLargestValue = std::max(mLargestValue, value);
+    }
 }
 
 TERefPtr<TEFeatureRender> TEHistogramDiagramRender::Clone() const

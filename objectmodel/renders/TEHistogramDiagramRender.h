@@ -23,9 +23,13 @@ public:
     bool IsVerticalDirection() const { return mVertical; }
     void SetVerticalDirection(bool vertical) { mVertical = vertical; }
 
-    // Bars side by side, centred across the anchor, the largest value max
-    // height points long; vertical bars grow up from the anchor, horizontal
-    // ones right. Labels stand at the bars' ends.
+    // The largest single value among the features bars are measured by.
+    void PrepareDiagrams(const std::vector<TEFeature*>& features) override;
+    // Bars side by side, centred across the anchor, each width wide in the
+    // unit type; the largest value among the prepared features (or of this
+    // feature alone, unprepared) is max height points long. Vertical bars
+    // grow up from the anchor, horizontal ones right. Labels stand at the
+    // bars' ends.
     bool DrawDiagram(QPainter* painter, TEFeature* feature, const QPointF& anchor,
                      const TEDrawContext& context) const override;
 
@@ -37,6 +41,8 @@ private:
     int mMaxHeight = 100;
     int mUnitType = 0;
     bool mVertical = true;
+    // Set by PrepareDiagrams; 0 measures each feature alone.
+    double mLargestValue = 0.0;
 };
 
 } // namespace TZObjects

@@ -21,7 +21,10 @@ public:
 
     // Slices in item order, clockwise from twelve o'clock, each as large as
     // its share of the item values, centred on the anchor; the radius counts
-    // typographic points. Labels stand just outside the middle of their slice.
+    // typographic points. With the shadow shown, the pie stands on a side
+    // as deep as the shadow thickness times the radius (thickness 0 to 1),
+    // each slice's side a darker shade of it. Labels stand just outside the
+    // middle of their slice.
     bool DrawDiagram(QPainter* painter, TEFeature* feature, const QPointF& anchor,
                      const TEDrawContext& context) const override;
 
@@ -29,6 +32,9 @@ public:
     bool open(const QJsonObject& json, TEString* error = nullptr) override;
 
 private:
+    void DrawSide(QPainter* painter, const std::vector<double>& values, double total, const QRectF& circle,
+                  double depth) const;
+
     int mRadius = 20;
     bool mShowShadow = false;
     double mShadowThickness = 0.0;

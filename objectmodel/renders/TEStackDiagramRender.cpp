@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <QPainterPath>
 
+#include <algorithm>
 #include <numeric>
 
 namespace TZObjects {
@@ -18,10 +19,12 @@ bool TEStackDiagramRender::DrawDiagram(QPainter* painter, TEFeature* feature, co
     const double height = context.ToPixels(mMaxHeight, TEStyle::Point);
     if (!painter || total <= 0.0 || width <= 0.0)
         return false;
+    // A feature the preparation did not see never outgrows the maximum.
+    const double largest = std::max(total, mLargestTotal);
     double bottom = anchor.y();
     for (size_t i = 0; i < values.size(); ++i) {
         const TERefPtr<TEStyle> style = GetItems()[i]->GetStyle();
-        const double length = values[i] / total * height;
+        const double length = values[i] / largest * height;
         if (style && length > 0.0) {
             QPainterPath path;
             path.addRect(QRectF(anchor.x() - width / 2.0, bottom - length, width, length));
@@ -33,6 +36,15 @@ bool TEStackDiagramRender::DrawDiagram(QPainter* painter, TEFeature* feature, co
         bottom -= length;
     }
     return true;
+}
+
+void TEStackDiagramRender::PrepareDiagrams(const std::vector<TEFeature*>& features)
+{
+    mLargestTotal = 0.0;
+    for (TEFeature* feature : features) {
+        const std::vector<double> values = ItemValues(feature);
+        mLargestTotal = std::max(mLargestTotal, std::accumulate(values.begin(), values.end(), 0.0));
+    }
 }
 
 TERefPtr<TEFeatureRender> TEStackDiagramRender::Clone() const

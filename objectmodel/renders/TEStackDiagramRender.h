@@ -16,9 +16,12 @@ public:
     int GetMaxHeight() const { return mMaxHeight; }
     void SetMaxHeight(int height) { mMaxHeight = height; }
 
+    // The largest sum of a feature's values among the features.
+    void PrepareDiagrams(const std::vector<TEFeature*>& features) override;
     // One bar standing on the anchor, width and max height in points, its
-    // segments in item order from the bottom, each as long as its share of
-    // the values. Labels stand right of their segments.
+    // segments in item order from the bottom, each as long as its value;
+    // the largest sum among the prepared features (or this feature's own,
+    // unprepared) is max height long. Labels stand right of their segments.
     bool DrawDiagram(QPainter* painter, TEFeature* feature, const QPointF& anchor,
                      const TEDrawContext& context) const override;
 
@@ -28,6 +31,8 @@ public:
 private:
     int mWidth = 20;
     int mMaxHeight = 100;
+    // Set by PrepareDiagrams; 0 measures each feature alone.
+    double mLargestTotal = 0.0;
 };
 
 } // namespace TZObjects

@@ -7,6 +7,8 @@
 #include "TZMapWindow.h"
 
 #include "TZControlRender.h"
+#include "TZRenderPanelUniqueValues.h"
+
 #include "data/TEFeatureLayer.h"
 #include "renders/TECategorizedSymbolRender.h"
 #include "renders/TESingleSymbolRender.h"
@@ -185,7 +187,8 @@ private Q_SLOTS:
         // The values are collected behind the wait dialog, which closes by
         // itself when the scan is done.
         child<QPushButton>(dock, "mButtonAddAll")->click();
-        QTableView* table = child<QTableView>(dock, "mTableViewValues");
+        // The diagram pages have a table of that name too.
+        QTableView* table = child<QTableView>(dock->findChild<TZRenderPanelUniqueValues*>(), "mTableViewValues");
         QAbstractItemModel* rows = table->model();
         QCOMPARE(rows->rowCount(), 3);
         QCOMPARE(rows->index(1, 1).data().toString(), QStringLiteral("Forest"));

@@ -109,7 +109,9 @@ private Q_SLOTS:
         QTest::addColumn<QVector<FieldSpec>>("fields");
         QTest::newRow("regions") << "regions" << int(wkbPolygon) << 200
                                  << QVector<FieldSpec>{{"name", OFTString}, {"population", OFTInteger64},
-                                                       {"area", OFTReal}, {"landuse", OFTString}};
+                                                       {"area", OFTReal}, {"landuse", OFTString},
+                                                       {"age_0_14", OFTInteger64}, {"age_15_64", OFTInteger64},
+                                                       {"age_65_up", OFTInteger64}};
         QTest::newRow("places") << "places" << int(wkbPoint) << 2000
                                 << QVector<FieldSpec>{{"name", OFTString}, {"place_type", OFTString},
                                                       {"population", OFTInteger64}};
