@@ -164,12 +164,12 @@ bool TZMapProject::open(const QString& path, std::vector<LayerState>& layers, TZ
         QString renderError;
         if (render.isObject()) {
             if (!applyRender(layer.get(), render.toObject(), &renderError) && warnings)
-                *warnings << tr("The symbology of \"%1\" could not be read (%2); it is drawn with its default symbology.")
+                *warnings << tr("The symbology of \"%1\" could not be read: %2. It is drawn with its default symbology.")
                                  .arg(name, renderError);
         } else if (render.isNull() && version >= 2) {
             removeRender(layer.get());
         } else if (!render.isUndefined() && !render.isNull() && warnings) {
-            *warnings << tr("The symbology of \"%1\" is not a render object; it is drawn with its default symbology.")
+            *warnings << tr("The symbology of \"%1\" is not a render object. It is drawn with its default symbology.")
                              .arg(name);
         }
         layers.push_back({layer, entry.value(QStringLiteral("visible")).toBool(true)});
