@@ -34,12 +34,26 @@ std::vector<TERefPtr<TELayer>> TZLayerOpener::open(const QString& path, QString*
         lastError = dirError;
     }
 
+    if (!info.exists() && !path.contains(QLatin1Char(':'))) {
+        if (error)
+            *error = tr("\"%1\" was not found.").arg(path);
+        return layers;
+    }
+    CPLErrorReset();
     GDALDatasetH ds = GDALOpenEx(path.toUtf8().constData(), GDAL_OF_VECTOR | GDAL_OF_RASTER | GDAL_OF_READONLY,
                                  nullptr, nullptr, nullptr);
     if (!ds) {
-        if (error)
-            *error = lastError.isEmpty() ? tr("\"%1\" is not a vector or raster source GDAL can read.").arg(path)
-                                         : lastError;
+        // GDAL's own reason ("database disk image is malformed") says more
+        // than that it could not read the file.
+        const QString reason = QString::fromUtf8(CPLGetLastErrorMsg()).trimmed();
+        if (error) {
+            if (!lastError.isEmpty())
+                *error = lastError;
+            else if (!reason.isEmpty())
+                *error = tr("GDAL cannot read \"%1\": %2").arg(path, reason);
+            else
+                *error = tr("\"%1\" is not a vector or raster source GDAL can read.").arg(path);
+        }
         return layers;
     }
     QStringList vectorNames;
@@ -70,6 +84,12 @@ std::vector<TERefPtr<TELayer>> TZLayerOpener::open(const QString& path, QString*
 TERefPtr<TELayer> TZLayerOpener::openLayer(const QString& kind, const QString& source, const QString& layerName,
                                            QString* error)
 {
+    // GDAL names a missing file no better than a damaged one.
+    if (!source.contains(QLatin1Char(':')) && !QFileInfo::exists(source)) {
+        if (error)
+            *error = tr("\"%1\" was not found.").arg(source);
+        return {};
+    }
     if (kind == QLatin1String(FeatureKind))
         return TEFeatureLayer::Open(source, layerName, error);
     if (kind == QLatin1String(RasterKind))

@@ -41,14 +41,25 @@ bool applyRender(TELayer* layer, const QJsonObject& json, QString* error)
         return bool(render);
     }
     TERefPtr<TEImageRender> render = TEFileFunc::OpenImageRender(json, &readError);
-    if (render) {
-        if (auto* raster = dynamic_cast<TERasterLayer*>(layer))
-            raster->SetRender(render);
-        else if (auto* mosaic = dynamic_cast<TERasterDirLayer*>(layer))
-            mosaic->SetRender(render);
+    if (!render) {
+        *error = readError.toQString();
+        return false;
     }
-    *error = readError.toQString();
-    return bool(render);
+    // A band the raster lacks (a hand-edited project, or a file replaced by
+    // one with fewer bands) keeps the layer's default render.
+    auto* raster = dynamic_cast<TERasterLayer*>(layer);
+    auto* mosaic = dynamic_cast<TERasterDirLayer*>(layer);
+    const TERefPtr<TERasterProps> props = raster ? raster->GetRaster() : mosaic ? mosaic->GetRaster() : TERefPtr<TERasterProps>();
+    const int bandCount = props ? props->GetBandCount() : 0;
+    if (!render->CheckBands(bandCount, &readError)) {
+        *error = readError.toQString();
+        return false;
+    }
+    if (raster)
+        raster->SetRender(render);
+    else if (mosaic)
+        mosaic->SetRender(render);
+    return true;
 }
 
 // Leaves a layer of any kind without a render.
@@ -134,7 +145,9 @@ bool TZMapProject::open(const QString& path, std::vector<LayerState>& layers, TZ
     for (const QJsonValue& value : root.value(QStringLiteral("layers")).toArray()) {
         const QJsonObject entry = value.toObject();
         QString source = entry.value(QStringLiteral("source")).toString();
-        if (QFileInfo(source).isRelative() && QFileInfo::exists(folder.filePath(source)))
+        // Relative to the project's folder; resolved even when missing, so
+        // that the warning names the file that was looked for.
+        if (!source.isEmpty() && !source.contains(QLatin1Char(':')) && QFileInfo(source).isRelative())
             source = QDir::cleanPath(folder.filePath(source));
         const QString name = entry.value(QStringLiteral("name")).toString();
         QString layerError;
@@ -151,9 +164,13 @@ bool TZMapProject::open(const QString& path, std::vector<LayerState>& layers, TZ
         QString renderError;
         if (render.isObject()) {
             if (!applyRender(layer.get(), render.toObject(), &renderError) && warnings)
-                *warnings << tr("The symbology of \"%1\" could not be read: %2").arg(name, renderError);
+                *warnings << tr("The symbology of \"%1\" could not be read: %2. It is drawn with its default symbology.")
+                                 .arg(name, renderError);
         } else if (render.isNull() && version >= 2) {
             removeRender(layer.get());
+        } else if (!render.isUndefined() && !render.isNull() && warnings) {
+            *warnings << tr("The symbology of \"%1\" is not a render object. It is drawn with its default symbology.")
+                             .arg(name);
         }
         layers.push_back({layer, entry.value(QStringLiteral("visible")).toBool(true)});
     }

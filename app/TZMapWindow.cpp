@@ -281,6 +281,7 @@ bool TZMapWindow::openProject(const QString& path)
         mLayerTree->addLayer(it->layer, it->visible);
     mLoading = false;
     onLayersChanged();
+    mProjectView = view;
     if (view.isValid())
         mCanvas->setViewport(TZMapViewport(mCanvas->size(), view.centre(), view.unitsPerPixel()));
     else

@@ -2,6 +2,7 @@
 
 #include "core/TERefPtr.h"
 #include "data/TELayer.h"
+#include "TZMapViewport.h"
 
 #include <QMainWindow>
 #include <QStringList>
@@ -31,6 +32,8 @@ public:
     // window is not interactive. Returns the number of layers opened.
     int openPaths(const QStringList& paths);
     bool openProject(const QString& path);
+    // The view the last opened project saved (invalid when it saved none).
+    TZMapViewport projectView() const { return mProjectView; }
     bool saveProject(const QString& path);
 
     // Without interaction no message box is shown (for --snapshot).
@@ -86,6 +89,7 @@ private:
     QString mLastFolder;
     bool mInteractive = true;
     bool mLoading = false;
+    TZMapViewport mProjectView;
 
     QAction* mActionOpenData = nullptr;
     QAction* mActionOpenRasterFolder = nullptr;

@@ -110,6 +110,13 @@ bool TZRasterLayerDrawer::draw(QPainter* painter, const TZMapViewport& viewport,
         return true;
     if (cancel && cancel->IsCancelled())
         return false;
+    // A render set in code or by a panel may still name a band the raster
+    // lacks; that is reported, not drawn from a band that is not there.
+    TEString bandError;
+    if (!imageRender->CheckBands(mRaster->GetBandCount(), &bandError)) {
+        mErrorText = bandError.toQString();
+        return false;
+    }
 
     // North-up rasters only: the rotation terms of the geo-transform are not used.
     const std::array<double, 6> gt = mRaster->GetGeoTransform();
@@ -155,6 +162,10 @@ bool TZRasterLayerDrawer::draw(QPainter* painter, const TZMapViewport& viewport,
         QString error;
         if (!mRaster->ReadWindow(plan.bands[c], window, outSize, values[c], &error)) {
             mErrorText = error;
+            return false;
+        }
+        if (values[c].size() < static_cast<std::size_t>(outSize.width()) * outSize.height()) {
+            mErrorText = QObject::tr("Band %1 returned fewer pixels than asked for.").arg(plan.bands[c]);
             return false;
         }
         bool has = false;

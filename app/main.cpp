@@ -90,9 +90,14 @@ int main(int argc, char** argv)
     if (!snapshotMode)
         return app.exec();
 
-    // Zoom once the docks have taken their room, then let the map draw.
+    // Zoom once the docks have taken their room, then let the map draw. A
+    // project's saved view is kept: centre and scale, in the canvas's size.
     waitForDrawing(window, 120000);
-    window.canvas()->zoomToAll();
+    const TZMapViewport saved = window.projectView();
+    if (saved.isValid() && data.isEmpty())
+        window.canvas()->setViewport(TZMapViewport(window.canvas()->size(), saved.centre(), saved.unitsPerPixel()));
+    else
+        window.canvas()->zoomToAll();
     if (!waitForDrawing(window, 120000)) {
         std::fprintf(stderr, "tzmap: the map did not finish drawing in time\n");
         return 1;

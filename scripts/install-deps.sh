@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs every Debian package the project needs to build, test, benchmark,
+# Installs every Debian package the project needs to build, test, fuzz (clang
+# and its libFuzzer runtime), benchmark,
 # package (dpkg-dev and file for dpkg-shlibdeps) and run tzmap. Does nothing
 # when they are all present already.
 set -euo pipefail
@@ -10,6 +11,7 @@ packages=(
   libgdal-dev gdal-bin libgeos-dev sqlite3 libsqlite3-dev libbenchmark-dev
   xvfb xauth
   dpkg-dev file
+  clang libclang-rt-dev
 )
 
 missing=()

@@ -168,6 +168,8 @@ bool TECategorizedSymbolRender::open(const QJsonObject& json, TEString* error)
 
     mItems.clear();
     bool ok = true;
+    if (!TEFileFunc::IsListOrMissing(json, "categories", error))
+        return false;
     for (const QJsonValue& value : json.value(QStringLiteral("categories")).toArray()) {
         const QJsonObject category = value.toObject();
         TERefPtr<TEStyle> style;

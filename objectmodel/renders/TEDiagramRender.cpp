@@ -255,6 +255,8 @@ bool TEDiagramRender::open(const QJsonObject& json, TEString* error)
     mShowLabel = json.value(QStringLiteral("showLabel")).toBool(false);
     mItems.clear();
     bool ok = true;
+    if (!TEFileFunc::IsListOrMissing(json, "items", error))
+        return false;
     for (const QJsonValue& value : json.value(QStringLiteral("items")).toArray()) {
         const QJsonObject itemJson = value.toObject();
         TERefPtr<TEStyle> style;

@@ -18,9 +18,11 @@
 #include "symbology/TEColorRamp.h"
 
 #include <QFile>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QSaveFile>
 
+#include <cmath>
 #include <functional>
 #include <utility>
 
@@ -199,6 +201,35 @@ bool TEFileFunc::OpenColorRamp(const QJsonValue& json, TERefPtr<TEColorRamp>& ra
     if (!ramp)
         SetError(error, text.isEmpty() ? QStringLiteral("A colour ramp does not read") : text);
     return bool(ramp);
+}
+
+bool TEFileFunc::OpenInt(const QJsonObject& json, const char* key, int fallback, int low, int high, int& value,
+                         TEString* error)
+{
+    const QJsonValue member = json.value(QLatin1String(key));
+    if (member.isUndefined()) {
+        value = fallback;
+        return true;
+    }
+    const double number = member.toDouble(std::nan(""));
+    if (!member.isDouble() || number != std::floor(number) || number < low || number > high) {
+        SetError(error, QStringLiteral("\"%1\" must be a whole number from %2 to %3, not %4")
+                            .arg(QLatin1String(key)).arg(low).arg(high)
+                            .arg(QString::fromUtf8(QJsonDocument(QJsonArray{member}).toJson(QJsonDocument::Compact))
+                                     .mid(1).chopped(1)));
+        return false;
+    }
+    value = static_cast<int>(number);
+    return true;
+}
+
+bool TEFileFunc::IsListOrMissing(const QJsonObject& json, const char* key, TEString* error)
+{
+    const QJsonValue member = json.value(QLatin1String(key));
+    if (member.isUndefined() || member.isArray())
+        return true;
+    SetError(error, QStringLiteral("\"%1\" must be a list").arg(QLatin1String(key)));
+    return false;
 }
 
 QJsonValue TEFileFunc::SaveColor(const TEColor& color)

@@ -38,6 +38,14 @@ public:
     static bool OpenStyle(const QJsonValue& json, TERefPtr<TEStyle>& style, TEString* error = nullptr);
     static QJsonValue SaveColorRamp(const TEColorRamp* ramp);
     static bool OpenColorRamp(const QJsonValue& json, TERefPtr<TEColorRamp>& ramp, TEString* error = nullptr);
+    // A whole number member from low to high; a missing member gives the
+    // fallback. Another type or a value out of range fails with an error
+    // naming the member and the range.
+    static bool OpenInt(const QJsonObject& json, const char* key, int fallback, int low, int high, int& value,
+                        TEString* error = nullptr);
+    // Whether a member is a list or missing; otherwise an error naming it
+    // (a list given as anything else would silently open empty).
+    static bool IsListOrMissing(const QJsonObject& json, const char* key, TEString* error = nullptr);
     // Colours as "#AARRGGBB".
     static QJsonValue SaveColor(const TEColor& color);
     static TEColor OpenColor(const QJsonValue& json, const TEColor& fallback = TEColor());

@@ -72,6 +72,8 @@ bool TEFourColorTheoremRender::open(const QJsonObject& json, TEString* error)
     if (!TEFeatureRender::open(json, error))
         return false;
     mColorMap.clear();
+    if (!TEFileFunc::IsListOrMissing(json, "colorMap", error))
+        return false;
     for (const QJsonValue& value : json.value(QStringLiteral("colorMap")).toArray()) {
         const QJsonObject pair = value.toObject();
         mColorMap[pair.value(QStringLiteral("id")).toInt()] = TEFileFunc::OpenColor(pair.value(QStringLiteral("color")));

@@ -96,6 +96,8 @@ bool TEGraduatedSymbolsDiagramRender::open(const QJsonObject& json, TEString* er
     mLevel = json.value(QStringLiteral("level")).toInt(0);
     mItems.clear();
     bool ok = true;
+    if (!TEFileFunc::IsListOrMissing(json, "classes", error))
+        return false;
     for (const QJsonValue& value : json.value(QStringLiteral("classes")).toArray()) {
         const QJsonObject itemJson = value.toObject();
         TERefPtr<TEStyle> style;

@@ -76,9 +76,11 @@ void TEImageClassRenderInfo::save(QJsonObject& json) const
     json[QStringLiteral("classes")] = classes;
 }
 
-bool TEImageClassRenderInfo::open(const QJsonObject& json, TEString*)
+bool TEImageClassRenderInfo::open(const QJsonObject& json, TEString* error)
 {
     mClasses.clear();
+    if (!TEFileFunc::IsListOrMissing(json, "classes", error))
+        return false;
     for (const QJsonValue& value : json.value(QStringLiteral("classes")).toArray()) {
         const QJsonObject itemJson = value.toObject();
         mClasses.push_back(ClassItem{itemJson.value(QStringLiteral("low")).toDouble(),

@@ -60,9 +60,11 @@ void TEImageColormapRenderInfo::save(QJsonObject& json) const
     json[QStringLiteral("colors")] = colors;
 }
 
-bool TEImageColormapRenderInfo::open(const QJsonObject& json, TEString*)
+bool TEImageColormapRenderInfo::open(const QJsonObject& json, TEString* error)
 {
     mColors.clear();
+    if (!TEFileFunc::IsListOrMissing(json, "colors", error))
+        return false;
     for (const QJsonValue& color : json.value(QStringLiteral("colors")).toArray())
         mColors.push_back(TEFileFunc::OpenColor(color));
     return true;

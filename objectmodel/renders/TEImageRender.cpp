@@ -17,9 +17,10 @@ void TEImageRender::save(QJsonObject& json) const
     json[QStringLiteral("backgroundColor")] = TEFileFunc::SaveColor(mBackgroundColor);
 }
 
-bool TEImageRender::open(const QJsonObject& json, TEString*)
+bool TEImageRender::open(const QJsonObject& json, TEString* error)
 {
-    mNodataColorType = json.value(QStringLiteral("nodataColorType")).toInt(0);
+    if (!TEFileFunc::OpenInt(json, "nodataColorType", 0, 0, 1000, mNodataColorType, error))
+        return false;
     mNodataColor = TEFileFunc::OpenColor(json.value(QStringLiteral("nodataColor")), TEColor(0, 0, 0));
     mBackgroundColor = TEFileFunc::OpenColor(json.value(QStringLiteral("backgroundColor")), TEColor(255, 255, 255));
     return true;

@@ -27,6 +27,10 @@ public:
     // What a no-data pixel is drawn with.
     QRgb NodataRgb() const;
 
+    // Whether every band the render reads is one of a raster's 1..bandCount;
+    // if not, the error names the band.
+    virtual bool CheckBands(int bandCount, TEString* error = nullptr) const { return true; }
+
     void save(QJsonObject& json) const override;
     bool open(const QJsonObject& json, TEString* error = nullptr) override;
 

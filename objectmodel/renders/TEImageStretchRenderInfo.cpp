@@ -162,7 +162,7 @@ void TEImageStretchRenderInfo::save(QJsonObject& json) const
     json[QStringLiteral("histogram")] = histogram;
 }
 
-bool TEImageStretchRenderInfo::open(const QJsonObject& json, TEString*)
+bool TEImageStretchRenderInfo::open(const QJsonObject& json, TEString* error)
 {
     mAlgoType = json.value(QStringLiteral("algoType")).toInt(MinMax);
     mMinimum = json.value(QStringLiteral("minimum")).toDouble(0.0);
@@ -173,9 +173,13 @@ bool TEImageStretchRenderInfo::open(const QJsonObject& json, TEString*)
     mLeftClip = json.value(QStringLiteral("leftClip")).toDouble(0.5);
     mRightClip = json.value(QStringLiteral("rightClip")).toDouble(0.5);
     mColors.clear();
+    if (!TEFileFunc::IsListOrMissing(json, "colors", error))
+        return false;
     for (const QJsonValue& color : json.value(QStringLiteral("colors")).toArray())
         mColors.push_back(TEFileFunc::OpenColor(color));
     mHistogram.clear();
+    if (!TEFileFunc::IsListOrMissing(json, "histogram", error))
+        return false;
     for (const QJsonValue& count : json.value(QStringLiteral("histogram")).toArray())
         mHistogram.push_back(count.toDouble());
     return true;

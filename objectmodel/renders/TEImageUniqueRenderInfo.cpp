@@ -207,10 +207,12 @@ void TEImageUniqueRenderInfo::save(QJsonObject& json) const
     json[QStringLiteral("values")] = items;
 }
 
-bool TEImageUniqueRenderInfo::open(const QJsonObject& json, TEString*)
+bool TEImageUniqueRenderInfo::open(const QJsonObject& json, TEString* error)
 {
     mItems.clear();
     mComplete = true;
+    if (!TEFileFunc::IsListOrMissing(json, "values", error))
+        return false;
     for (const QJsonValue& value : json.value(QStringLiteral("values")).toArray()) {
         const QJsonObject itemJson = value.toObject();
         mItems.push_back(Item{itemJson.value(QStringLiteral("value")).toDouble(),

@@ -1,5 +1,7 @@
 #include "renders/TEMultiBandImageRender.h"
 
+#include "renders/TEFileFunc.h"
+
 #include <QColor>
 
 #include <algorithm>
@@ -64,19 +66,44 @@ bool TEMultiBandImageRender::open(const QJsonObject& json, TEString* error)
 {
     if (!TEImageRender::open(json, error))
         return false;
-    mMode = json.value(QStringLiteral("mode")).toInt(5);
-    mRedBand = json.value(QStringLiteral("redBand")).toInt(1);
-    mGreenBand = json.value(QStringLiteral("greenBand")).toInt(2);
-    mBlueBand = json.value(QStringLiteral("blueBand")).toInt(3);
+    if (!TEFileFunc::OpenInt(json, "mode", 5, 5, 8, mMode, error) || (mMode != 5 && mMode != 8)) {
+        if (error && error->IsEmpty())
+            *error = TEString(QStringLiteral("\"mode\" must be 5 or 8, not %1").arg(mMode));
+        return false;
+    }
+    if (!TEFileFunc::OpenInt(json, "redBand", 1, 1, 65535, mRedBand, error)
+        || !TEFileFunc::OpenInt(json, "greenBand", 2, 1, 65535, mGreenBand, error)
+        || !TEFileFunc::OpenInt(json, "blueBand", 3, 1, 65535, mBlueBand, error)
+        || !TEFileFunc::OpenInt(json, "alphaBand", 4, 1, 65535, mAlphaBand, error)
+        || !TEFileFunc::OpenInt(json, "stretchBand", 1, 1, 65535, mStretchBand, error)
+        || !TEFileFunc::OpenInt(json, "stretchType", PercentClip, 0, 1, mStretchType, error))
+        return false;
     mUseRed = json.value(QStringLiteral("useRed")).toBool(true);
     mUseGreen = json.value(QStringLiteral("useGreen")).toBool(true);
     mUseBlue = json.value(QStringLiteral("useBlue")).toBool(true);
     mUseAlpha = json.value(QStringLiteral("useAlpha")).toBool(false);
-    mAlphaBand = json.value(QStringLiteral("alphaBand")).toInt(4);
-    mStretchType = json.value(QStringLiteral("stretchType")).toInt(PercentClip);
     mStretchMin = json.value(QStringLiteral("stretchMin")).toDouble(0.5);
     mStretchMax = json.value(QStringLiteral("stretchMax")).toDouble(0.5);
-    mStretchBand = json.value(QStringLiteral("stretchBand")).toInt(1);
+    return true;
+}
+
+bool TEMultiBandImageRender::CheckBands(int bandCount, TEString* error) const
+{
+    const std::pair<const char*, int> used[] = {
+        {"stretch", mMode == 8 ? mStretchBand : 0},
+        {"red", mMode == 5 && mUseRed ? mRedBand : 0},
+        {"green", mMode == 5 && mUseGreen ? mGreenBand : 0},
+        {"blue", mMode == 5 && mUseBlue ? mBlueBand : 0},
+        {"alpha", mMode == 5 && mUseAlpha ? mAlphaBand : 0},
+    };
+    for (const auto& [role, band] : used) {
+        if (band != 0 && (band < 1 || band > bandCount)) {
+            if (error)
+                *error = TEString(QStringLiteral("the %1 band %2 does not exist (the raster has %3)")
+                                      .arg(QLatin1String(role)).arg(band).arg(bandCount));
+            return false;
+        }
+    }
     return true;
 }
 

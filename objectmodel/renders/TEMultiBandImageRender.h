@@ -24,6 +24,7 @@ public:
     void setGreenBand(int band) { mGreenBand = band; }
     int getBlueBand() const { return mBlueBand; }
     void setBlueBand(int band) { mBlueBand = band; }
+    bool CheckBands(int bandCount, TEString* error = nullptr) const override;
     bool getUseRedBand() const { return mUseRed; }
     void setUseRedBand(bool use) { mUseRed = use; }
     bool getUseGreenBand() const { return mUseGreen; }

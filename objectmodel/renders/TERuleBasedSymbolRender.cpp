@@ -342,6 +342,8 @@ bool TERuleBasedSymbolRender::open(const QJsonObject& json, TEString* error)
         return false;
     RemoveAllRules();
     bool ok = true;
+    if (!TEFileFunc::IsListOrMissing(json, "rules", error))
+        return false;
     for (const QJsonValue& value : json.value(QStringLiteral("rules")).toArray()) {
         auto rule = MakeRef<Rule>();
         ok = rule->open(value.toObject(), error) && ok;

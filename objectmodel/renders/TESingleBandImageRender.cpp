@@ -1,5 +1,7 @@
 #include "renders/TESingleBandImageRender.h"
 
+#include "renders/TEFileFunc.h"
+
 namespace TZObjects {
 
 TESingleBandImageRender::TESingleBandImageRender(const TERefPtr<TEImageRenderInfo>& info)
@@ -44,7 +46,8 @@ bool TESingleBandImageRender::open(const QJsonObject& json, TEString* error)
 {
     if (!TEImageRender::open(json, error))
         return false;
-    mBand = json.value(QStringLiteral("band")).toInt(1);
+    if (!TEFileFunc::OpenInt(json, "band", 1, 1, 65535, mBand, error))
+        return false;
     mInfo.reset();
     const QJsonValue info = json.value(QStringLiteral("info"));
     if (info.isObject()) {
@@ -52,8 +55,16 @@ bool TESingleBandImageRender::open(const QJsonObject& json, TEString* error)
         if (!mInfo)
             return false;
     }
-    mMode = json.value(QStringLiteral("mode")).toInt(mInfo ? mInfo->GetRenderMode() : 1);
-    return true;
+    return TEFileFunc::OpenInt(json, "mode", mInfo ? mInfo->GetRenderMode() : 1, 1, 4, mMode, error);
+}
+
+bool TESingleBandImageRender::CheckBands(int bandCount, TEString* error) const
+{
+    if (mBand >= 1 && mBand <= bandCount)
+        return true;
+    if (error)
+        *error = TEString(QStringLiteral("band %1 does not exist (the raster has %2)").arg(mBand).arg(bandCount));
+    return false;
 }
 
 } // namespace TZObjects

@@ -23,6 +23,7 @@ public:
     void setRenderInfo(const TERefPtr<TEImageRenderInfo>& info);
     // 1-based band drawn.
     int GetBandIndex() const { return mBand; }
+    bool CheckBands(int bandCount, TEString* error = nullptr) const override;
     void SetBandIndex(int band) { mBand = band; }
 
     // Colour of a band value through the info (transparent without one).

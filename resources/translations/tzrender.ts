@@ -4,6 +4,10 @@
 <context>
     <name>QObject</name>
     <message>
+        <source>Band %1 returned fewer pixels than asked for.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <location filename="../../app/TZRasterLayerDrawer.cpp" line="+117"/>
         <source>The raster has no usable geo-transform.</source>
         <translation type="unfinished"></translation>
@@ -209,6 +213,14 @@
 <context>
     <name>TZLayerOpener</name>
     <message>
+        <source>GDAL cannot read &quot;%1&quot;: %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; was not found.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <location filename="../../app/TZLayerOpener.cpp" line="+41"/>
         <source>&quot;%1&quot; is not a vector or raster source GDAL can read.</source>
         <translation type="unfinished"></translation>
@@ -235,6 +247,14 @@
 <context>
     <name>TZMapProject</name>
     <message>
+        <source>The symbology of &quot;%1&quot; is not a render object. It is drawn with its default symbology.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The symbology of &quot;%1&quot; could not be read: %2. It is drawn with its default symbology.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <location filename="../../app/TZMapProject.cpp" line="+101"/>
         <source>Cannot write &quot;%1&quot;: %2</source>
         <translation type="unfinished"></translation>
@@ -257,11 +277,6 @@
     <message>
         <location line="+16"/>
         <source>Layer &quot;%1&quot; was left out: %2</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+9"/>
-        <source>The symbology of &quot;%1&quot; could not be read: %2</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -4,6 +4,10 @@
 <context>
     <name>QObject</name>
     <message>
+        <source>Band %1 returned fewer pixels than asked for.</source>
+        <translation>Band %1 lieferte weniger Pixel als angefordert.</translation>
+    </message>
+    <message>
         <location filename="../../app/TZRasterLayerDrawer.cpp" line="+117"/>
         <source>The raster has no usable geo-transform.</source>
         <translation>Das Raster hat keine verwendbare Georeferenzierung.</translation>
@@ -209,6 +213,14 @@
 <context>
     <name>TZLayerOpener</name>
     <message>
+        <source>GDAL cannot read &quot;%1&quot;: %2</source>
+        <translation>GDAL kann „%1“ nicht lesen: %2</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; was not found.</source>
+        <translation>„%1“ wurde nicht gefunden.</translation>
+    </message>
+    <message>
         <location filename="../../app/TZLayerOpener.cpp" line="+41"/>
         <source>&quot;%1&quot; is not a vector or raster source GDAL can read.</source>
         <translation>„%1“ ist keine Vektor- oder Rasterquelle, die GDAL lesen kann.</translation>
@@ -235,6 +247,14 @@
 <context>
     <name>TZMapProject</name>
     <message>
+        <source>The symbology of &quot;%1&quot; is not a render object. It is drawn with its default symbology.</source>
+        <translation>Die Symbolisierung von „%1“ ist kein Darstellungsobjekt. Der Layer wird mit seiner Standardsymbolisierung gezeichnet.</translation>
+    </message>
+    <message>
+        <source>The symbology of &quot;%1&quot; could not be read: %2. It is drawn with its default symbology.</source>
+        <translation>Die Symbolisierung von „%1“ konnte nicht gelesen werden: %2. Der Layer wird mit seiner Standardsymbolisierung gezeichnet.</translation>
+    </message>
+    <message>
         <location filename="../../app/TZMapProject.cpp" line="+101"/>
         <source>Cannot write &quot;%1&quot;: %2</source>
         <translation>„%1“ kann nicht geschrieben werden: %2</translation>
@@ -258,11 +278,6 @@
         <location line="+16"/>
         <source>Layer &quot;%1&quot; was left out: %2</source>
         <translation>Layer „%1“ wurde ausgelassen: %2</translation>
-    </message>
-    <message>
-        <location line="+9"/>
-        <source>The symbology of &quot;%1&quot; could not be read: %2</source>
-        <translation>Die Symbolisierung von „%1“ konnte nicht gelesen werden: %2</translation>
     </message>
 </context>
 <context>

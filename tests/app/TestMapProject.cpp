@@ -8,6 +8,7 @@
 #include "renders/TECategorizedSymbolRender.h"
 #include "renders/TEFileFunc.h"
 #include "renders/TEMultiBandImageRender.h"
+#include "renders/TESingleBandImageRender.h"
 #include "renders/TESingleSymbolRender.h"
 #include "symbology/TEStyleSimpleFill.h"
 #include "symbology/TEStyleSimplePoint.h"
@@ -188,6 +189,102 @@ private Q_SLOTS:
         QVERIFY(!TZMapProject::open(path, opened, view, nullptr, &error));
         QVERIFY(!error.isEmpty());
         QVERIFY(opened.empty());
+    }
+
+    // A damaged or hand-edited entry: the project still opens, the warning
+    // names the layer and what was wrong, and the layer either keeps its
+    // default render or is left out.
+    void brokenEntryWarns_data()
+    {
+        QTest::addColumn<QString>("entry");
+        QTest::addColumn<QStringList>("expected"); // parts of the one warning
+        QTest::addColumn<QString>("renderType");   // after opening; empty: layer left out
+        const QString grey = QStringLiteral("\"kind\": \"raster\", \"source\": \"grey.tif\", \"name\": \"G\", ");
+        const QString squares =
+            QStringLiteral("\"kind\": \"feature\", \"source\": \"fixture.gpkg\", \"layer\": \"squares\", \"name\": \"S\", ");
+        const QString single = QStringLiteral("SingleBandImage");
+        QTest::newRow("band 0") << grey + "\"render\": {\"type\": \"SingleBandImage\", \"band\": 0}"
+                                << QStringList{"\"G\"", "\"band\" must be a whole number from 1", "not 0"} << single;
+        QTest::newRow("band -1") << grey + "\"render\": {\"type\": \"SingleBandImage\", \"band\": -1}"
+                                 << QStringList{"\"G\"", "not -1"} << single;
+        QTest::newRow("band above the count") << grey + "\"render\": {\"type\": \"SingleBandImage\", \"band\": 2}"
+                                              << QStringList{"\"G\"", "band 2 does not exist", "has 1"} << single;
+        QTest::newRow("band as text") << grey + "\"render\": {\"type\": \"SingleBandImage\", \"band\": \"1\"}"
+                                      << QStringList{"\"band\" must be a whole number", "not \"1\""} << single;
+        QTest::newRow("fractional band") << grey + "\"render\": {\"type\": \"SingleBandImage\", \"band\": 1.5}"
+                                         << QStringList{"not 1.5"} << single;
+        QTest::newRow("stretch band above the count")
+            << grey + "\"render\": {\"type\": \"MultiBandImage\", \"mode\": 8, \"stretchBand\": 3}"
+            << QStringList{"stretch band 3 does not exist"} << single;
+        QTest::newRow("rgb bands 9 and -3")
+            << grey + "\"render\": {\"type\": \"MultiBandImage\", \"redBand\": 9, \"blueBand\": -3}"
+            << QStringList{"\"blueBand\"", "not -3"} << single;
+        QTest::newRow("rgb band 9 of 1")
+            << grey + "\"render\": {\"type\": \"MultiBandImage\", \"redBand\": 9, \"greenBand\": 1, \"blueBand\": 1}"
+            << QStringList{"red band 9 does not exist"} << single;
+        QTest::newRow("multi-band mode 6") << grey + "\"render\": {\"type\": \"MultiBandImage\", \"mode\": 6}"
+                                           << QStringList{"\"mode\" must be 5 or 8"} << single;
+        QTest::newRow("categories not a list")
+            << squares + "\"render\": {\"type\": \"UniqueValues\", \"expression\": \"landuse\", \"categories\": {}}"
+            << QStringList{"\"S\"", "\"categories\" must be a list"} << QStringLiteral("SingleSymbol");
+        QTest::newRow("render as text") << squares + "\"render\": \"SingleSymbol\""
+                                        << QStringList{"\"S\"", "not a render object"} << QStringLiteral("SingleSymbol");
+        QTest::newRow("unknown render type") << squares + "\"render\": {\"type\": \"Sketchy\"}"
+                                             << QStringList{"Unknown render type \"Sketchy\""}
+                                             << QStringLiteral("SingleSymbol");
+        QTest::newRow("feature render on a raster") << grey + "\"render\": {\"type\": \"SingleSymbol\"}"
+                                                    << QStringList{"\"G\"", "SingleSymbol"} << single;
+        // The folder the project was read from is in the text, not the
+        // relative path as written.
+        QTest::newRow("missing file")
+            << QStringLiteral("\"kind\": \"feature\", \"source\": \"gone/none.gpkg\", \"layer\": \"x\", \"name\": \"N\"")
+            << QStringList{"\"N\"", mDir.filePath(QStringLiteral("gone/none.gpkg")), "not found"} << QString();
+        QTest::newRow("malformed GeoPackage")
+            << QStringLiteral("\"kind\": \"feature\", \"source\": \"torn.gpkg\", \"layer\": \"squares\", \"name\": \"T\"")
+            << QStringList{"\"T\"", "torn.gpkg", "malformed"} << QString();
+        QTest::newRow("unknown kind") << QStringLiteral("\"kind\": \"tiles\", \"source\": \"grey.tif\", \"name\": \"K\"")
+                                      << QStringList{"\"K\"", "Unknown layer kind \"tiles\""} << QString();
+    }
+    void brokenEntryWarns()
+    {
+        QFETCH(QString, entry);
+        QFETCH(QStringList, expected);
+        QFETCH(QString, renderType);
+        // A GeoPackage cut short: SQLite's header, then nothing it can use.
+        QFile whole(mVectors);
+        QVERIFY(whole.open(QIODevice::ReadOnly));
+        QFile torn(mDir.filePath(QStringLiteral("torn.gpkg")));
+        QVERIFY(torn.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        torn.write(whole.read(4096) + QByteArray(4096, '\xA5'));
+        torn.close();
+
+        const QString path = mDir.filePath(QStringLiteral("broken.tzmap"));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(QStringLiteral("{\"application\": \"tzmap\", \"version\": 2, \"layers\": [{%1},"
+                                  "{\"kind\": \"raster\", \"source\": \"grey.tif\", \"name\": \"after\"}]}")
+                       .arg(entry).toUtf8());
+        file.close();
+        std::vector<TZMapProject::LayerState> opened;
+        TZMapViewport view;
+        QStringList warnings;
+        QString error;
+        QVERIFY2(TZMapProject::open(path, opened, view, &warnings, &error), qPrintable(error));
+        QCOMPARE(warnings.size(), 1);
+        for (const QString& part : expected)
+            QVERIFY2(warnings[0].contains(part), qPrintable(warnings[0] + " lacks " + part));
+        // The layer after the broken one is always kept.
+        QCOMPARE(opened.back().layer->GetLayerName().toQString(), QStringLiteral("after"));
+        if (renderType.isEmpty()) {
+            QCOMPARE(opened.size(), std::size_t(1));
+            return;
+        }
+        QCOMPARE(opened.size(), std::size_t(2));
+        const TERefPtr<TERender> render = opened[0].layer->GetRender();
+        QVERIFY(render);
+        QCOMPARE(render->GetType().toQString(), renderType);
+        if (auto single = render.cast<TESingleBandImageRender>())
+            QCOMPARE(single->GetBandIndex(), 1);
     }
 
 private:

@@ -23,8 +23,9 @@ struct Registrar
     explicit Registrar(Factory f) { factories().push_back(std::move(f)); }
 };
 
-// Runs every registered class; arguments after the program name are passed
-// to each (so "-v2" or a test function name work as with a single class).
+// Runs the registered classes. Options ("-v2") go to each; a plain argument
+// names a class (run whole) or a test function ("name" or "name:tag"), run
+// in the classes that have it. A name nothing has is a failure.
 int runAll(int argc, char** argv);
 
 } // namespace TestRegistry
