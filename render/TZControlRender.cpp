@@ -2,7 +2,9 @@
 
 #include "TZRenderPanel.h"
 #include "TZRenderPanelFourColorTheorem.h"
+#include "TZRenderPanelMatchToSymbolsInAStyle.h"
 #include "TZRenderPanelRuleBased.h"
+#include "TZRenderPanelUniqueValuesByManyFields.h"
 #include "TZRenderPanelSingleSymbol.h"
 #include "TZRenderPanelUniqueValues.h"
 #include "TZRenderTranslation.h"
@@ -129,6 +131,8 @@ void TZControlRender::initRenderCatalog()
     // stretch, raster RGB composite.
     addRender(new TZRenderPanelSingleSymbol(this));
     addRender(new TZRenderPanelUniqueValues(this));
+    addRender(new TZRenderPanelUniqueValuesByManyFields(this));
+    addRender(new TZRenderPanelMatchToSymbolsInAStyle(this));
     addRender(new TZRenderPanelRuleBased(this));
     addRender(new TZRenderPanelFourColorTheorem(this));
     addRender(new TzImageRenderClassDialog(this));
