@@ -56,7 +56,7 @@ void TZRenderPanelMatchToSymbolsInAStyle::createModel()
     mModel = new TZModelMatchToSymbols(this);
     mModel->setHeaderTexts({tr("Symbols"), tr("Value"), tr("Label"), tr("Scale filter"), tr("MinScale"),
                             tr("MaxScale")});
-    QTableView* table = mUi->mTableViewValues;
+    QTableView* table = mUi->mTableViewMatch;
     table->setModel(mModel);
     table->setAlternatingRowColors(true);
     table->horizontalHeader()->setFixedHeight(25);
@@ -66,28 +66,28 @@ void TZRenderPanelMatchToSymbolsInAStyle::createModel()
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
 
     connect(mUi->mComboBoxSymbolDB, SIGNAL(currentIndexChanged(int)), this, SLOT(onSymbolDBSelectChanged(int)));
-    connect(mUi->mComboBoxValueField, SIGNAL(currentIndexChanged(int)), this, SLOT(onFieldChanged(int)));
+    connect(mUi->mComboBoxMatchField, SIGNAL(currentIndexChanged(int)), this, SLOT(onFieldChanged(int)));
     connect(table, SIGNAL(doubleClicked(QModelIndex)), this, SLOT(onItemDoubleClicked(QModelIndex)));
-    connect(mUi->mButtonMoreDetail, SIGNAL(clicked(bool)), this, SLOT(onMoreDetail()));
-    connect(mUi->mButtonAddAll, SIGNAL(clicked(bool)), this, SLOT(onAddAllValues()));
-    connect(mUi->mButtonRemoveAll, SIGNAL(clicked(bool)), this, SLOT(onDeleteAllValues()));
-    connect(mUi->mButtonRemove, SIGNAL(clicked(bool)), this, SLOT(onDeleteValue()));
-    connect(mUi->mButtonAdd, SIGNAL(clicked(bool)), this, SLOT(onAddValue()));
+    connect(mUi->mButtonMoreDetailMatch, SIGNAL(clicked(bool)), this, SLOT(onMoreDetail()));
+    connect(mUi->mButtonAddAllMatch, SIGNAL(clicked(bool)), this, SLOT(onAddAllValues()));
+    connect(mUi->mButtonRemoveAllMatch, SIGNAL(clicked(bool)), this, SLOT(onDeleteAllValues()));
+    connect(mUi->mButtonRemoveMatch, SIGNAL(clicked(bool)), this, SLOT(onDeleteValue()));
+    connect(mUi->mButtonAddMatch, SIGNAL(clicked(bool)), this, SLOT(onAddValue()));
     connect(mUi->checkBox, SIGNAL(clicked()), this, SLOT(onSymbolPriority()));
     connect(mUi->mButtonRotate, SIGNAL(clicked(bool)), this, SLOT(onSetupRotation()));
 }
 
 void TZRenderPanelMatchToSymbolsInAStyle::fillFieldCombo(TEFeatureLayer* layer)
 {
-    const QSignalBlocker blocker(mUi->mComboBoxValueField);
-    mUi->mComboBoxValueField->clear();
+    const QSignalBlocker blocker(mUi->mComboBoxMatchField);
+    mUi->mComboBoxMatchField->clear();
     const TERefPtr<TEFields> fields = layer->GetFields();
     for (int i = 0; fields && i < fields->GetFieldCount(); ++i) {
         const TERefPtr<TEField> field = fields->GetField(i);
         const QString fieldName = field->GetName().toQString();
         if (isSkippedType(field->GetFieldType()) || fieldName.startsWith(SystemPrefix))
             continue;
-        mUi->mComboBoxValueField->addItem(fieldName);
+        mUi->mComboBoxMatchField->addItem(fieldName);
     }
 }
 
@@ -124,15 +124,15 @@ void TZRenderPanelMatchToSymbolsInAStyle::onReset()
         ? featureRender.cast<TEMatchToSymbolsRender>()
         : nullptr;
     if (!render) {
-        if (mUi->mComboBoxValueField->count() > 0)
-            onFieldChanged(mUi->mComboBoxValueField->currentIndex());
+        if (mUi->mComboBoxMatchField->count() > 0)
+            onFieldChanged(mUi->mComboBoxMatchField->currentIndex());
         mModel->setPriorityShown(false);
         return;
     }
-    const int fieldIndex = mUi->mComboBoxValueField->findText(render->GetExpression().toQString());
+    const int fieldIndex = mUi->mComboBoxMatchField->findText(render->GetExpression().toQString());
     {
-        const QSignalBlocker blocker(mUi->mComboBoxValueField);
-        mUi->mComboBoxValueField->setCurrentIndex(fieldIndex);
+        const QSignalBlocker blocker(mUi->mComboBoxMatchField);
+        mUi->mComboBoxMatchField->setCurrentIndex(fieldIndex);
     }
     onFieldChanged(fieldIndex);
     const int dbIndex = mUi->mComboBoxSymbolDB->findText(render->getSymbolDB().toQString());
@@ -168,7 +168,7 @@ bool TZRenderPanelMatchToSymbolsInAStyle::onApply()
     if (!layer || !layer->IsValid() || !mModel)
         return false;
     const TERefPtr<TEFeatureLayer> held(layer);
-    const QString field = mUi->mComboBoxValueField->currentText();
+    const QString field = mUi->mComboBoxMatchField->currentText();
     if (field.isEmpty())
         return false;
 
@@ -256,7 +256,7 @@ void TZRenderPanelMatchToSymbolsInAStyle::onAddValue()
 
 void TZRenderPanelMatchToSymbolsInAStyle::onDeleteValue()
 {
-    if (!TZCategoryPanelSupport::removeSelectedRows(mUi->mTableViewValues, mModel))
+    if (!TZCategoryPanelSupport::removeSelectedRows(mUi->mTableViewMatch, mModel))
         QMessageBox::information(this, tr("Information"), tr("No items selected!"), QMessageBox::Ok);
 }
 

@@ -31,13 +31,13 @@ TZRenderPanelUniqueValuesByManyFields::TZRenderPanelUniqueValuesByManyFields(QWi
     , mUi(std::make_unique<Ui::TZRenderPanelUniqueValuesByManyFields>())
 {
     mUi->setupUi(this);
-    for (int unit = 0; unit < mUi->mComboBoxLineWidthUnit->count(); ++unit)
-        mUi->mComboBoxLineWidthUnit->setItemData(unit, unit);
-    mUi->mComboBoxLineWidthUnit->setCurrentIndex(1);
-    mUi->mLineWidthBox->setSingleStep(0.1);
-    mUi->mLineWidthBox->setDecimals(2);
-    mUi->mLineWidthBox->setValue(0.25);
-    mUi->mLineColorBtn->setColor(TEColor(185, 185, 185).GetColor());
+    for (int unit = 0; unit < mUi->mComboBoxLineWidthUnitMF->count(); ++unit)
+        mUi->mComboBoxLineWidthUnitMF->setItemData(unit, unit);
+    mUi->mComboBoxLineWidthUnitMF->setCurrentIndex(1);
+    mUi->mLineWidthBoxMF->setSingleStep(0.1);
+    mUi->mLineWidthBoxMF->setDecimals(2);
+    mUi->mLineWidthBoxMF->setValue(0.25);
+    mUi->mLineColorBtnMF->setColor(TEColor(185, 185, 185).GetColor());
     mUi->mComboBoxRampMF->setDefaultGroup(QStringLiteral("Unique"), QStringLiteral("Default"));
     mUi->mButtonUpMF->setEnabled(false);
     mUi->mButtonDownMF->setEnabled(false);
@@ -85,12 +85,12 @@ void TZRenderPanelUniqueValuesByManyFields::createModel()
             SLOT(onSelectionChanged(QItemSelection, QItemSelection)));
     connect(table, SIGNAL(doubleClicked(QModelIndex)), this, SLOT(onItemDoubleClicked(QModelIndex)));
     connect(mUi->mComboBoxRampMF, SIGNAL(currentRampChanged()), this, SLOT(onColorRampChanged()));
-    connect(mUi->mLineWidthBox, SIGNAL(valueChanged(double)), this, SLOT(onColorRampChanged()));
-    connect(mUi->mLineColorBtn, SIGNAL(colorChanged(QRgb)), this, SLOT(onColorRampChanged()));
-    connect(mUi->mComboBoxLineWidthUnit, SIGNAL(currentIndexChanged(QString)), this,
+    connect(mUi->mLineWidthBoxMF, SIGNAL(valueChanged(double)), this, SLOT(onColorRampChanged()));
+    connect(mUi->mLineColorBtnMF, SIGNAL(colorChanged(QRgb)), this, SLOT(onColorRampChanged()));
+    connect(mUi->mComboBoxLineWidthUnitMF, SIGNAL(currentIndexChanged(QString)), this,
             SLOT(onOutLineWidthUnitChanged(QString)));
     connect(mUi->mButtonRotate, SIGNAL(clicked(bool)), this, SLOT(onSetupRotation()));
-    connect(mUi->mButtonSetupDefault, SIGNAL(clicked(bool)), this, SLOT(onSetupDefault()));
+    connect(mUi->mButtonSetupDefaultMF, SIGNAL(clicked(bool)), this, SLOT(onSetupDefault()));
     connect(mModel, &QAbstractItemModel::modelReset, this,
             [this] { onSelectionChanged(QItemSelection(), QItemSelection()); });
 }
@@ -202,13 +202,13 @@ void TZRenderPanelUniqueValuesByManyFields::onReset()
 void TZRenderPanelUniqueValuesByManyFields::showOutline(const TEColor& color, int unit, double width)
 {
     // Showing a stored outline must not recolour the loaded symbols.
-    const QSignalBlocker colorBlocker(mUi->mLineColorBtn);
-    const QSignalBlocker unitBlocker(mUi->mComboBoxLineWidthUnit);
-    const QSignalBlocker widthBlocker(mUi->mLineWidthBox);
-    mUi->mLineColorBtn->setColor(color.GetColor());
-    mUi->mComboBoxLineWidthUnit->setCurrentIndex(unit);
-    TZCategoryPanelSupport::fitWidthBoxToUnit(mUi->mLineWidthBox, unit == 0);
-    mUi->mLineWidthBox->setValue(width);
+    const QSignalBlocker colorBlocker(mUi->mLineColorBtnMF);
+    const QSignalBlocker unitBlocker(mUi->mComboBoxLineWidthUnitMF);
+    const QSignalBlocker widthBlocker(mUi->mLineWidthBoxMF);
+    mUi->mLineColorBtnMF->setColor(color.GetColor());
+    mUi->mComboBoxLineWidthUnitMF->setCurrentIndex(unit);
+    TZCategoryPanelSupport::fitWidthBoxToUnit(mUi->mLineWidthBoxMF, unit == 0);
+    mUi->mLineWidthBoxMF->setValue(width);
 }
 
 bool TZRenderPanelUniqueValuesByManyFields::onApply()
@@ -316,7 +316,7 @@ void TZRenderPanelUniqueValuesByManyFields::onColorRampChanged()
 
 void TZRenderPanelUniqueValuesByManyFields::onOutLineWidthUnitChanged(const QString& unit)
 {
-    TZCategoryPanelSupport::fitWidthBoxToUnit(mUi->mLineWidthBox, unit == tr("Point"));
+    TZCategoryPanelSupport::fitWidthBoxToUnit(mUi->mLineWidthBoxMF, unit == tr("Point"));
     onColorRampChanged();
 }
 
@@ -336,9 +336,9 @@ void TZRenderPanelUniqueValuesByManyFields::onSetupDefault()
     TEColor color;
     dialog.getOutLineStyle(width, unit, color);
     // The unit first: choosing "Point" resets the width box.
-    mUi->mComboBoxLineWidthUnit->setCurrentIndex(mUi->mComboBoxLineWidthUnit->findData(unit));
-    mUi->mLineWidthBox->setValue(width);
-    mUi->mLineColorBtn->setColor(color.GetColor());
+    mUi->mComboBoxLineWidthUnitMF->setCurrentIndex(mUi->mComboBoxLineWidthUnitMF->findData(unit));
+    mUi->mLineWidthBoxMF->setValue(width);
+    mUi->mLineColorBtnMF->setColor(color.GetColor());
 }
 
 void TZRenderPanelUniqueValuesByManyFields::onSetupRotation()
@@ -353,8 +353,8 @@ void TZRenderPanelUniqueValuesByManyFields::copyOutlineToModel()
     if (!mModel)
         return;
     TEColor color;
-    color = uint32_t(mUi->mLineColorBtn->getColor());
+    color = uint32_t(mUi->mLineColorBtnMF->getColor());
     mModel->setOutlineColor(color);
-    mModel->setOutlineUnit(mUi->mComboBoxLineWidthUnit->currentData().toInt());
-    mModel->setOutlineWidth(mUi->mLineWidthBox->value());
+    mModel->setOutlineUnit(mUi->mComboBoxLineWidthUnitMF->currentData().toInt());
+    mModel->setOutlineWidth(mUi->mLineWidthBoxMF->value());
 }

@@ -83,7 +83,7 @@ private Q_SLOTS:
         QCOMPARE(model->rowCount(), 3);
         model->setRowStyle(model->findRow(QStringLiteral("Forest")), AppFixture::fillStyle(Qt::red));
         model->setRowStyle(model->findRow(QStringLiteral("Water")), AppFixture::fillStyle(Qt::blue));
-        QVERIFY(TZControlRender::instance(nullptr)->onApply());
+        TZControlRender::instance(nullptr)->onApply();
 
         const TZMapViewport view = AppFixture::squaresViewport();
         const QImage image = drawLayer(squares.get(), view);
@@ -108,10 +108,10 @@ private Q_SLOTS:
         QVERIFY(panel && panel->model());
         auto* dbs = panel->findChild<QComboBox*>("mComboBoxSymbolDB");
         dbs->setCurrentIndex(dbs->findText(QStringLiteral("Tzmap match styles")));
-        panel->findChild<QComboBox*>("mComboBoxValueField")->setCurrentText(QStringLiteral("landuse"));
+        panel->findChild<QComboBox*>("mComboBoxMatchField")->setCurrentText(QStringLiteral("landuse"));
         panel->onAddAllValues();
         QCOMPARE(panel->model()->rowCount(), 3);
-        QVERIFY(TZControlRender::instance(nullptr)->onApply());
+        TZControlRender::instance(nullptr)->onApply();
 
         const TZMapViewport view = AppFixture::squaresViewport();
         const QImage image = drawLayer(squares.get(), view);

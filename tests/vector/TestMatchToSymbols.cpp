@@ -142,7 +142,7 @@ private Q_SLOTS:
         QVERIFY(panel && panel->model());
         QAbstractItemModelTester tester(panel->model(), QAbstractItemModelTester::FailureReportingMode::QtTest);
         chooseDatabase(panel);
-        panel->findChild<QComboBox*>("mComboBoxValueField")->setCurrentText(QStringLiteral("use"));
+        panel->findChild<QComboBox*>("mComboBoxMatchField")->setCurrentText(QStringLiteral("use"));
         panel->onAddAllValues();
         QCOMPARE(rowValues(panel->model()), rows);
         QCOMPARE(panel->model()->row(1).style->GetColor().GetColor(), firstColor);
@@ -161,7 +161,7 @@ private Q_SLOTS:
         TZRenderPanelMatchToSymbolsInAStyle* panel = openPanel(layer.get());
         QVERIFY(panel);
         chooseDatabase(panel);
-        panel->findChild<QComboBox*>("mComboBoxValueField")->setCurrentText(QStringLiteral("use"));
+        panel->findChild<QComboBox*>("mComboBoxMatchField")->setCurrentText(QStringLiteral("use"));
         ModalAnswer box("QMessageBox", ModalAnswer::click(QMessageBox::Ok));
         panel->onAddAllValues();
         QVERIFY(box.answered());
@@ -195,7 +195,7 @@ private Q_SLOTS:
         auto layer = landUse(TELayer::LT_Polygon, {"Forest"}, withBlob);
         TZRenderPanelMatchToSymbolsInAStyle* panel = openPanel(layer.get());
         QVERIFY(panel);
-        auto* combo = panel->findChild<QComboBox*>("mComboBoxValueField");
+        auto* combo = panel->findChild<QComboBox*>("mComboBoxMatchField");
         QStringList items;
         for (int i = 0; i < combo->count(); ++i)
             items << combo->itemText(i);
@@ -215,7 +215,7 @@ private Q_SLOTS:
         TZRenderPanelMatchToSymbolsInAStyle* panel = openPanel(layer.get());
         QVERIFY(panel);
         chooseDatabase(panel);
-        auto* fields = panel->findChild<QComboBox*>("mComboBoxValueField");
+        auto* fields = panel->findChild<QComboBox*>("mComboBoxMatchField");
         fields->setCurrentText(QStringLiteral("use"));
         panel->onAddAllValues();
         TZModelMatchToSymbols* model = panel->model();
