@@ -17,6 +17,8 @@
 #include <QHeaderView>
 #include <QMessageBox>
 
+#include <algorithm>
+
 using namespace TZObjects;
 
 namespace {
@@ -60,9 +62,12 @@ void TZRenderPanelMatchToSymbolsInAStyle::createModel()
     table->setModel(mModel);
     table->setAlternatingRowColors(true);
     table->horizontalHeader()->setFixedHeight(25);
+    // The symbol and scale-filter columns are never narrower than their
+    // headers, so that "Symbols" and "Scale filter" are not clipped.
     const int widths[] = {45, 100, 100, 40};
     for (int column = 0; column < 4; ++column)
-        table->setColumnWidth(column, widths[column]);
+        table->setColumnWidth(column, std::max(widths[column], table->horizontalHeader()->sectionSizeHint(column)));
+    table->verticalHeader()->hide();
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
 
     connect(mUi->mComboBoxSymbolDB, SIGNAL(currentIndexChanged(int)), this, SLOT(onSymbolDBSelectChanged(int)));

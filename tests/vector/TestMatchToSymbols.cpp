@@ -16,6 +16,8 @@
 #include <QAbstractItemModelTester>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QHeaderView>
+#include <QTableView>
 #include <QRegularExpression>
 #include <QToolButton>
 #include <QtTest>
@@ -146,6 +148,11 @@ private Q_SLOTS:
         panel->onAddAllValues();
         QCOMPARE(rowValues(panel->model()), rows);
         QCOMPARE(panel->model()->row(1).style->GetColor().GetColor(), firstColor);
+        // Headers and symbol column are not clipped.
+        auto* table = panel->findChild<QTableView*>("mTableViewMatch");
+        for (int column : {0, 3})
+            QVERIFY(table->columnWidth(column) >= table->horizontalHeader()->sectionSizeHint(column));
+        QCOMPARE(panel->model()->headerData(3, Qt::Horizontal).toString(), QStringLiteral("Scale filter"));
 
         // Everything matched is listed: adding offers nothing more.
         ModalAnswer none("QMessageBox", ModalAnswer::click(QMessageBox::Ok));
