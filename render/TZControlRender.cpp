@@ -2,6 +2,8 @@
 
 #include "TZRenderPanel.h"
 #include "TZRenderPanelFourColorTheorem.h"
+#include "TZRenderPanelGradingSymbol.h"
+#include "TZRenderPanelGraduatedSymbolsDiagram.h"
 #include "TZRenderPanelMatchToSymbolsInAStyle.h"
 #include "TZRenderPanelRuleBased.h"
 #include "TZRenderPanelUniqueValuesByManyFields.h"
@@ -132,6 +134,8 @@ void TZControlRender::initRenderCatalog()
     addRender(new TZRenderPanelSingleSymbol(this));
     addRender(new TZRenderPanelUniqueValues(this));
     addRender(new TZRenderPanelUniqueValuesByManyFields(this));
+    addRender(new TZRenderPanelGradingSymbol(this));
+    addRender(new TZRenderPanelGraduatedSymbolsDiagram(this));
     addRender(new TZRenderPanelMatchToSymbolsInAStyle(this));
     addRender(new TZRenderPanelRuleBased(this));
     addRender(new TZRenderPanelFourColorTheorem(this));
