@@ -8,11 +8,13 @@
 #include "TZRenderPanelGraduatedSymbolsDiagram.h"
 #include "TZRenderPanelHistogramDiagram.h"
 #include "TZRenderPanelPieDiagram.h"
+#include "TZRenderPanelMatchToSymbolsInAStyle.h"
 #include "TZRenderPanelRuleBased.h"
 #include "TZRenderPanelSingleSymbol.h"
 #include "TZRenderPanelStackDiagram.h"
 #include "TZRenderPanelThermodynamicDiagram.h"
 #include "TZRenderPanelUniqueValues.h"
+#include "TZRenderPanelUniqueValuesByManyFields.h"
 #include "TZRenderTranslation.h"
 #include "TzImageRenderClassDialog.h"
 #include "TzImageRenderColormapDialog.h"
@@ -140,8 +142,10 @@ void TZControlRender::initRenderCatalog()
     // stretch, raster RGB composite.
     addRender(new TZRenderPanelSingleSymbol(this));
     addRender(new TZRenderPanelUniqueValues(this));
+    addRender(new TZRenderPanelUniqueValuesByManyFields(this));
     addRender(new TZRenderPanelGradingSymbol(this));
     addRender(new TZRenderPanelGraduatedSymbolsDiagram(this));
+    addRender(new TZRenderPanelMatchToSymbolsInAStyle(this));
     addRender(new TZRenderPanelRuleBased(this));
     addRender(new TZRenderPanelFourColorTheorem(this));
     addRender(new TZRenderPanelThermodynamicDiagram(this));

@@ -148,6 +148,21 @@ std::string featureKey(const TEFeature& feature, int ogrIndex)
     return valueKey(handle, ogrIndex, type);
 }
 
+// The combined key of several fields of an OGR feature.
+std::string joinedKey(OGRFeatureH feature, const std::vector<int>& ogrIndexes, const std::string& separator)
+{
+    std::string key;
+    for (size_t i = 0; i < ogrIndexes.size(); ++i) {
+        if (i)
+            key += separator;
+        const int index = ogrIndexes[i];
+        const OGRFieldType type =
+            index >= 0 ? OGR_Fld_GetType(OGR_F_GetFieldDefnRef(feature, index)) : OFTInteger64;
+        key += valueKey(feature, index, type);
+    }
+    return key;
+}
+
 // Writes an integer's decimal text into the key without allocating.
 void integerKey(long long value, std::string& key)
 {
@@ -181,6 +196,14 @@ class TEFeatureTable::RowSink
 public:
     bool Build(const TEFeatureLayer& layer, int ogrIndex, const TEQueryFilter& filter, QString* error)
     {
+        return Build(layer, [ogrIndex](const TEFeature& feature) { return featureKey(feature, ogrIndex); }, filter,
+                     error);
+    }
+
+    // As above, with the key of a feature under edit given by keyOf.
+    bool Build(const TEFeatureLayer& layer, const std::function<std::string(const TEFeature&)>& keyOf,
+               const TEQueryFilter& filter, QString* error)
+    {
         const TELayerEditBuffer* buffer = layer.layer_edit_buffer();
         if (!buffer || buffer->IsEmpty())
             return true;
@@ -201,12 +224,12 @@ public:
             const bool kept = operation != TEFeatureEditBuffer::EO_Deleted && passes.count(id);
             if (operation == TEFeatureEditBuffer::EO_Added) {
                 if (kept)
-                    mAdded.push_back(featureKey(*feature, ogrIndex));
+                    mAdded.push_back(keyOf(*feature));
                 continue;
             }
             mEdited.insert(id);
             if (kept)
-                mChanged.push_back({id, featureKey(*feature, ogrIndex)});
+                mChanged.push_back({id, keyOf(*feature)});
         }
         std::sort(mChanged.begin(), mChanged.end(),
                   [](const Changed& a, const Changed& b) { return a.fid < b.fid; });
@@ -647,6 +670,121 @@ bool TEFeatureTable::ReadCursor(int fieldIndex, const TEQueryFilter& filter, Row
             typeKnown = true;
         }
         sink.Saved(OGR_F_GetFID(feature), valueKey(feature, ogrIndex, type));
+        OGR_F_Destroy(feature);
+    }
+    return true;
+}
+
+bool TEFeatureTable::GetKeyTexts(const std::vector<TEString>& fieldNames, const QString& separator,
+                                 const TEQueryFilter& filter, QStringList& keys, std::vector<int>& counts,
+                                 QString* error) const
+{
+    keys.clear();
+    counts.clear();
+    if (fieldNames.empty()) {
+        if (error)
+            *error = QStringLiteral("No field is chosen.");
+        return false;
+    }
+    std::vector<int> indexes;
+    std::vector<int> ogrIndexes;
+    bool pushable = !filter.HasSpatialRect();
+    for (const TEString& name : fieldNames) {
+        const int index = FieldIndex(name, error);
+        if (index < 0)
+            return false;
+        indexes.push_back(index);
+        ogrIndexes.push_back(mLayer->GetFields()->GetField(index)->GetOgrIndex());
+        pushable = pushable && CanPushDown(name);
+    }
+    const std::string sep = separator.toStdString();
+    const auto keyOf = [&ogrIndexes, &sep](const TEFeature& feature) {
+        return joinedKey(feature.GetHandle(), ogrIndexes, sep);
+    };
+    const ValueSink out = [&keys, &counts](const std::string& key, int count) {
+        keys.append(QString::fromUtf8(key.data(), int(key.size())));
+        counts.push_back(count);
+    };
+
+    // Grouping by several fields is what the source's SQL does well: unlike
+    // one field, a combined key would have to be built per feature here.
+    if (pushable && (mMethod == Method::Automatic || mMethod == Method::PushDown)) {
+        RowSink sink;
+        if (!sink.Build(*mLayer, keyOf, filter, error))
+            return false;
+        if (ReadKeysPushDown(indexes, sep, filter, sink)) {
+            mLastMethod = Method::PushDown;
+            sink.Finish(out);
+            return true;
+        }
+    }
+    RowSink sink;
+    if (!sink.Build(*mLayer, keyOf, filter, error))
+        return false;
+    mLastMethod = Method::Cursor;
+    if (!ReadKeysCursor(indexes, sep, filter, sink, error))
+        return false;
+    sink.Finish(out);
+    return true;
+}
+
+bool TEFeatureTable::ReadKeysPushDown(const std::vector<int>& fieldIndexes, const std::string& separator,
+                                      const TEQueryFilter& filter, RowSink& sink) const
+{
+    const bool postgres = mLayer->GetDriverName() == QLatin1String("PostgreSQL");
+    QString fidColumn = FidColumn();
+    if (fidColumn.isEmpty() && !postgres)
+        fidColumn = QStringLiteral("rowid");
+    if (fidColumn.isEmpty())
+        return false;
+    TEHandlePool::Lease lease = mLayer->AcquireReadDataset(nullptr);
+    if (!lease)
+        return false;
+    GDALDatasetH dataset = GDALDatasetH(lease.get());
+
+    QStringList columns;
+    for (int index : fieldIndexes)
+        columns << quoteIdentifier(mLayer->GetFields()->GetField(index)->GetName().toQString());
+    const QString grouped = columns.join(QStringLiteral(", "));
+    const QString sql = QStringLiteral("SELECT %1, COUNT(*), MIN(%2) FROM %3%4 GROUP BY %1")
+                            .arg(grouped, quoteIdentifier(fidColumn),
+                                 sqlTable(mLayer->GetSourceLayerName(), postgres),
+                                 sqlWhere(filter, fidColumn, sink.Edited()));
+    CPLErrorReset();
+    OGRLayerH rows = GDALDatasetExecuteSQL(dataset, sql.toUtf8().constData(), nullptr, nullptr);
+    if (!rows)
+        return false;
+    const int n = int(fieldIndexes.size());
+    std::vector<int> resultIndexes;
+    for (int i = 0; i < n; ++i)
+        resultIndexes.push_back(i);
+    while (OGRFeatureH row = OGR_L_GetNextFeature(rows)) {
+        sink.Group(joinedKey(row, resultIndexes, separator), OGR_F_GetFieldAsInteger(row, n),
+                   OGR_F_GetFieldAsInteger64(row, n + 1));
+        OGR_F_Destroy(row);
+    }
+    GDALDatasetReleaseResultSet(dataset, rows);
+    return true;
+}
+
+bool TEFeatureTable::ReadKeysCursor(const std::vector<int>& fieldIndexes, const std::string& separator,
+                                    const TEQueryFilter& filter, RowSink& sink, QString* error) const
+{
+    TEQueryFilter scanFilter = filter;
+    std::vector<TEString> names;
+    std::vector<int> ogrIndexes;
+    for (int index : fieldIndexes) {
+        const TERefPtr<TEField> field = mLayer->GetFields()->GetField(index);
+        names.push_back(field->GetName());
+        ogrIndexes.push_back(field->GetOgrIndex());
+    }
+    scanFilter.SetSubFields(names);
+    scanFilter.SetGeometryNeeded(false);
+    TERefPtr<TEFeatureCursor> cursor = mLayer->Search(scanFilter, error);
+    if (!cursor)
+        return false;
+    while (OGRFeatureH feature = cursor->NextOgrFeature()) {
+        sink.Saved(OGR_F_GetFID(feature), joinedKey(feature, ogrIndexes, separator));
         OGR_F_Destroy(feature);
     }
     return true;

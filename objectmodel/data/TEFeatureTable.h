@@ -81,6 +81,15 @@ public:
     bool GetValueTexts(const TEString& fieldName, const TEQueryFilter& filter, QStringList& values,
                        std::vector<int>& counts, QString* error = nullptr) const;
 
+    // Combined keys of several fields: each feature's value texts joined by
+    // separator in the order of fieldNames (no escaping, so a value holding
+    // the separator makes an ambiguous key), with counts, in the order first
+    // met. Pushed down to the source's SQL (GROUP BY over all the fields)
+    // where every field can be, else read by a cursor of just those fields.
+    bool GetKeyTexts(const std::vector<TEString>& fieldNames, const QString& separator,
+                     const TEQueryFilter& filter, QStringList& keys, std::vector<int>& counts,
+                     QString* error = nullptr) const;
+
     // Receives each value (its UTF-8 text) with its count.
     using ValueSink = std::function<void(const std::string& value, int count)>;
 
@@ -95,6 +104,10 @@ private:
     bool ReadSqlite(int fieldIndex, const TEQueryFilter& filter, RowSink& sink) const;
     bool ReadArrow(int fieldIndex, const TEQueryFilter& filter, RowSink& sink) const;
     bool ReadCursor(int fieldIndex, const TEQueryFilter& filter, RowSink& sink, QString* error) const;
+    bool ReadKeysPushDown(const std::vector<int>& fieldIndexes, const std::string& separator,
+                          const TEQueryFilter& filter, RowSink& sink) const;
+    bool ReadKeysCursor(const std::vector<int>& fieldIndexes, const std::string& separator,
+                        const TEQueryFilter& filter, RowSink& sink, QString* error) const;
     QString FidColumn() const;
     bool Collect(const TEString& fieldName, const TEQueryFilter& filter, const ValueSink& out,
                  QString* error) const;

@@ -614,7 +614,7 @@ void TZModelUniqueValues::loadFromRender(const TECategorizedSymbolRender* render
     if (!render)
         return;
     const QString field = fieldName.isEmpty() ? render->GetExpression().toQString() : fieldName;
-    runCollection(dialogParent, [this, field] { collectWithCounts(field); });
+    runCollection(dialogParent, [this, field] { collectRenderValues(field); });
 
     // One reset for the whole table: merging row by row would announce, and
     // recount the priority columns, once per category.

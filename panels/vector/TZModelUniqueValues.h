@@ -154,6 +154,9 @@ protected:
     // field, counting when count is set (or when the source cannot give
     // distinct values alone).
     virtual void collectValues(bool count);
+    // Collects the values and counts of a render's categories when a render
+    // is loaded; the default counts field, a derived table its own key.
+    virtual void collectRenderValues(const QString& field) { collectWithCounts(field); }
     // Replaces the value list (first-met order) and the counts; safe to call
     // from collectValues.
     void setCollectedValues(const QStringList& values, const QHash<QString, int>& counts);
