@@ -641,14 +641,27 @@ bool TEFeatureTable::ReadCursor(int fieldIndex, const TEQueryFilter& filter, Row
     const int ogrIndex = field->GetOgrIndex();
     OGRFieldType type = OFTString;
     bool typeKnown = false;
+    // A server table gives its rows in storage order, which an update
+    // changes (the new row version goes elsewhere); values are met in FID
+    // order there, as the grouped query orders them and as a GeoPackage of
+    // the same data gives them.
+    const bool server = mLayer->GetDriverName() == QLatin1String("PostgreSQL");
+    std::vector<std::pair<long long, std::string>> rows;
     while (OGRFeatureH feature = cursor->NextOgrFeature()) {
         if (!typeKnown && ogrIndex >= 0) {
             type = OGR_Fld_GetType(OGR_F_GetFieldDefnRef(feature, ogrIndex));
             typeKnown = true;
         }
-        sink.Saved(OGR_F_GetFID(feature), valueKey(feature, ogrIndex, type));
+        if (server)
+            rows.emplace_back(OGR_F_GetFID(feature), valueKey(feature, ogrIndex, type));
+        else
+            sink.Saved(OGR_F_GetFID(feature), valueKey(feature, ogrIndex, type));
         OGR_F_Destroy(feature);
     }
+    std::stable_sort(rows.begin(), rows.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    for (const auto& row : rows)
+        sink.Saved(row.first, row.second);
     return true;
 }
 

@@ -1,4 +1,5 @@
 #include "DataFixtures.h"
+#include "PostgisServer.h"
 #include "TestRegistry.h"
 
 #include "data/TEFeatureTable.h"
@@ -31,16 +32,20 @@ QStringList describe(const std::vector<TEString>& values)
     return out;
 }
 
-// What a plain cursor scan sees: the reference every collection must match.
+// What a plain cursor scan sees, taken in FID order: the reference every
+// collection must match. (A server table's scan gives rows in storage order,
+// which an update changes; files give them in FID order anyway.)
 QStringList cursorCounts(const TEFeatureLayer& layer, const QString& field, const TEQueryFilter& filter)
 {
+    std::map<int, QString> byFid;
+    TERefPtr<TEFeatureCursor> cursor = layer.Search(filter);
+    while (TERefPtr<TEFeature> feature = cursor->NextFeature())
+        byFid[feature->GetId()] = feature->GetValue(TEString(field)).ToString().toQString();
     QStringList order;
     QHash<QString, int> counts;
-    TERefPtr<TEFeatureCursor> cursor = layer.Search(filter);
-    while (TERefPtr<TEFeature> feature = cursor->NextFeature()) {
-        const QString text = feature->GetValue(TEString(field)).ToString().toQString();
-        if (counts[text]++ == 0)
-            order << text;
+    for (const auto& entry : byFid) {
+        if (counts[entry.second]++ == 0)
+            order << entry.second;
     }
     QStringList out;
     for (const QString& text : order)
@@ -108,6 +113,19 @@ private Q_SLOTS:
         QCOMPARE(DataFixtures::writeVector(mShp, "ESRI Shapefile", QStringLiteral("values"), wkbPoint, kFields,
                                            sampleRows()),
                  QString());
+        PostgisServer& server = PostgisServer::Shared();
+        QVERIFY2(server.IsRunning(), qPrintable(server.Error()));
+        QCOMPARE(DataFixtures::writeVector(server.GdalSource(), "PostgreSQL", QStringLiteral("values"), wkbPoint,
+                                           kFields, sampleRows()),
+                 QString());
+    }
+
+    // The sample layer from the named source: "gpkg", "shp" or "postgis".
+    TERefPtr<TEFeatureLayer> openSample(const QString& source) const
+    {
+        if (source == QLatin1String("postgis"))
+            return TEFeatureLayer::Open(PostgisServer::Shared().GdalSource(), QStringLiteral("values"));
+        return TEFeatureLayer::Open(source == QLatin1String("gpkg") ? mGpkg : mShp);
     }
 
     void countsFollowFirstMetOrderAndMergeNullWithEmpty()
@@ -125,7 +143,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("source");
         QTest::addColumn<QString>("field");
         QTest::addColumn<QString>("where");
-        for (const char* source : {"gpkg", "shp"}) {
+        for (const char* source : {"gpkg", "shp", "postgis"}) {
             for (const char* field : {"kind", "code", "score", "FID"}) {
                 QTest::newRow(qPrintable(QStringLiteral("%1 %2").arg(source, field)))
                     << source << field << QString();
@@ -139,7 +157,7 @@ private Q_SLOTS:
         QFETCH(QString, source);
         QFETCH(QString, field);
         QFETCH(QString, where);
-        TERefPtr<TEFeatureLayer> layer = TEFeatureLayer::Open(source == QLatin1String("gpkg") ? mGpkg : mShp);
+        TERefPtr<TEFeatureLayer> layer = openSample(source);
         QVERIFY(layer);
         TEQueryFilter filter{TEString(where)};
         layer->SetQueryFilter(filter);
@@ -160,6 +178,10 @@ private Q_SLOTS:
             if (source == QLatin1String("gpkg") && (field == QLatin1String("kind") || field == QLatin1String("code"))
                 && method != TEFeatureTable::Method::Automatic)
                 QCOMPARE(int(table->GetLastMethod()), int(method));
+            // The server groups and counts strings and integers itself.
+            if (source == QLatin1String("postgis") && (field == QLatin1String("kind") || field == QLatin1String("code"))
+                && (method == TEFeatureTable::Method::Automatic || method == TEFeatureTable::Method::PushDown))
+                QCOMPARE(int(table->GetLastMethod()), int(TEFeatureTable::Method::PushDown));
 
             std::vector<TEString> values;
             QVERIFY2(table->GetDistinctValues(TEString(field), values, &error), qPrintable(error));
@@ -174,7 +196,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("source");
         QTest::addColumn<QString>("field");
         QTest::addColumn<QString>("where");
-        for (const char* source : {"gpkg", "shp", "memory"}) {
+        for (const char* source : {"gpkg", "shp", "memory", "postgis"}) {
             for (const char* field : {"kind", "code"}) {
                 QTest::newRow(qPrintable(QStringLiteral("%1 %2").arg(source, field))) << source << field << QString();
                 QTest::newRow(qPrintable(QStringLiteral("%1 %2 filtered").arg(source, field)))
@@ -191,6 +213,12 @@ private Q_SLOTS:
         TERefPtr<TEFeatureLayer> layer;
         if (source == QLatin1String("memory")) {
             layer = memoryLayer();
+        } else if (source == QLatin1String("postgis")) {
+            // A table of its own per case: the edits are saved.
+            const QString table = QStringLiteral("edited_%1%2").arg(field, where.isEmpty() ? "" : "_filtered");
+            const QString server = PostgisServer::Shared().GdalSource();
+            QCOMPARE(DataFixtures::writeVector(server, "PostgreSQL", table, wkbPoint, kFields, sampleRows()), QString());
+            layer = TEFeatureLayer::Open(server, table);
         } else {
             const QString path = dir.filePath(QStringLiteral("edited.") + source);
             QCOMPARE(DataFixtures::writeVector(path, source == QLatin1String("gpkg") ? "GPKG" : "ESRI Shapefile",
@@ -296,9 +324,19 @@ private Q_SLOTS:
                  int(M::Cursor));
     }
 
+    void sources_data()
+    {
+        QTest::addColumn<QString>("source");
+        QTest::newRow("gpkg") << QStringLiteral("gpkg");
+        QTest::newRow("postgis") << QStringLiteral("postgis");
+    }
+
+    void filterRestrictsValues_data() { sources_data(); }
     void filterRestrictsValues()
     {
-        TERefPtr<TEFeatureLayer> layer = TEFeatureLayer::Open(mGpkg);
+        QFETCH(QString, source);
+        TERefPtr<TEFeatureLayer> layer = openSample(source);
+        QVERIFY(layer);
         std::vector<TEFeatureTable::ValueCount> counts;
         QVERIFY(layer->GetDatasource()->GetValueCounts(TEString(L"kind"), TEQueryFilter(TEString(L"code = 1")), counts));
         QCOMPARE(describe(counts), QStringList({"=1", "urban=1"}));
@@ -309,9 +347,13 @@ private Q_SLOTS:
         QCOMPARE(describe(counts), QStringList({"lake=1", "=1", "forest=1"}));
     }
 
+    void errorsForUnknownFieldsAndBadFilters_data() { sources_data(); }
     void errorsForUnknownFieldsAndBadFilters()
     {
-        TERefPtr<TEFeatureTable> table = TEFeatureLayer::Open(mGpkg)->GetDatasource();
+        QFETCH(QString, source);
+        TERefPtr<TEFeatureLayer> layer = openSample(source);
+        QVERIFY(layer);
+        TERefPtr<TEFeatureTable> table = layer->GetDatasource();
         std::vector<TEString> values;
         QString error;
         QVERIFY(!table->GetDistinctValues(TEString(L"nope"), TEQueryFilter(), values, &error));
