@@ -1,6 +1,7 @@
 #include "data/TEFeatureTable.h"
 
 #include "data/TEGdalSupport.h"
+#include "data/TEWhereClause.h"
 
 #include <ogr_recordbatch.h>
 #include <sqlite3.h>
@@ -373,6 +374,12 @@ bool TEFeatureTable::Collect(const TEString& fieldName, const TEQueryFilter& fil
     // field once and the counting is a hash lookup per feature.
     const int index = FieldIndex(fieldName, error);
     if (index < 0)
+        return false;
+    // The clause goes into SQL text on some paths: only a clause that parses
+    // as one condition on this layer's fields may reach the source, never
+    // text that closes the condition and adds SQL of its own.
+    TEWhereClause check;
+    if (!check.Compile(mLayer->mDefinition, filter.GetWhereClause(), error))
         return false;
     RowSink sink;
     if (!sink.Build(*mLayer, mLayer->GetFields()->GetField(index)->GetOgrIndex(), filter, error))

@@ -164,7 +164,7 @@ bool PostgisServer::Start()
     hba.write(QByteArray("local all ") + kUser + " trust\n");
     hba.close();
     conf.write(QStringLiteral("\nlisten_addresses = ''\nunix_socket_directories = '%1'\nfsync = off\n"
-                              "synchronous_commit = off\nfull_page_writes = off\n")
+                              "synchronous_commit = off\nfull_page_writes = off\nlog_statement = 'all'\n")
                    .arg(mFolder)
                    .toUtf8());
     conf.close();
@@ -201,10 +201,18 @@ bool PostgisServer::StartServer()
     return true;
 }
 
+QString PostgisServer::Log() const
+{
+    QFile log(mFolder + QStringLiteral("/log"));
+    return log.open(QIODevice::ReadOnly) ? QString::fromUtf8(log.readAll()) : QString();
+}
+
 void PostgisServer::Stop()
 {
     if (mFolder.isEmpty())
         return;
+    if (qEnvironmentVariableIsSet("TZ_KEEP_POSTGIS_LOG"))
+        QFile::copy(mFolder + QStringLiteral("/log"), QString::fromLocal8Bit(qgetenv("TZ_KEEP_POSTGIS_LOG")));
     if (QFile::exists(mFolder + QStringLiteral("/data/postmaster.pid")))
         Run(QStringLiteral("pg_ctl"), {QStringLiteral("-D"), mFolder + QStringLiteral("/data"), QStringLiteral("-m"),
                                        QStringLiteral("fast"), QStringLiteral("-w"), QStringLiteral("stop")});

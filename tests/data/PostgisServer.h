@@ -39,6 +39,10 @@ public:
     // The first column of the first row psql gives for the query.
     QString Query(const QString& sql);
 
+    // The server's log: every statement it ran (log_statement is "all").
+    // Set TZ_KEEP_POSTGIS_LOG to a path to keep a copy when the cluster goes.
+    QString Log() const;
+
     // Stops the server without removing the cluster (as if it had gone away
     // under a running program), and starts it again.
     bool Pause();

@@ -366,6 +366,85 @@ private Q_SLOTS:
         QVERIFY(!error.isEmpty());
     }
 
+    // Server tables of every kind the panels meet: polygons with mixed-case,
+    // reserved and quoted column names and values with quotes, unicode and
+    // nulls; lines; a table without a primary key; a view. Every reading
+    // method gives what a cursor scan gives.
+    void serverTablesEqualCursorScan_data()
+    {
+        QTest::addColumn<QString>("table");
+        QTest::addColumn<QString>("field");
+        QTest::addColumn<QString>("where");
+        const QString hostile = QStringLiteral("\"select\" = 'O''Brien' OR \"Owner Name\" IS NULL");
+        for (const char* table : {"Parcels", "parcel_view", "nopk"}) {
+            for (const char* field : {"select", "Owner Name", "odd\"name", "n"}) {
+                QTest::newRow(qPrintable(QStringLiteral("%1 %2").arg(table, field))) << table << field << QString();
+                QTest::newRow(qPrintable(QStringLiteral("%1 %2 filtered").arg(table, field)))
+                    << table << field << hostile;
+            }
+        }
+        QTest::newRow("roads kind") << "roads" << "kind" << QString();
+        QTest::newRow("roads kind filtered") << "roads" << "kind" << QStringLiteral("kind <> 'track'");
+    }
+    void serverTablesEqualCursorScan()
+    {
+        QFETCH(QString, table);
+        QFETCH(QString, field);
+        QFETCH(QString, where);
+        QVERIFY(loadServerTables());
+        QString error;
+        TERefPtr<TEFeatureLayer> layer = TEFeatureLayer::Open(PostgisServer::Shared().GdalSource(), table, &error);
+        QVERIFY2(layer, qPrintable(error));
+        const TEQueryFilter filter{TEString(where)};
+        const QStringList expected = cursorCounts(*layer, field, filter);
+        QVERIFY(!expected.isEmpty());
+        for (TEFeatureTable::Method method : kMethods) {
+            TERefPtr<TEFeatureTable> table = layer->GetDatasource();
+            table->SetMethod(method);
+            std::vector<TEFeatureTable::ValueCount> counts;
+            QVERIFY2(table->GetValueCounts(TEString(field), filter, counts, &error), qPrintable(error));
+            QCOMPARE(describe(counts), expected);
+        }
+        if (table == QLatin1String("Parcels") && field == QLatin1String("select") && where.isEmpty())
+            QCOMPARE(expected, QStringList({"O'Brien=2", "say \"hi\"=1", "=2", "Zürich=1", "東京=1", "a;b=1"}));
+    }
+
+    // A filter is the user's condition and nothing more: text that would
+    // close the condition and run a statement of its own is refused by
+    // every reading path before it reaches the server.
+    void hostileFiltersNeverRunOnTheServer_data()
+    {
+        QTest::addColumn<QString>("where");
+        QTest::newRow("statement") << QStringLiteral("n = 1); DROP TABLE \"Parcels\"; --");
+        QTest::newRow("comment") << QStringLiteral("n = 1 /* */); DELETE FROM \"Parcels\" WHERE (1 = 1");
+        QTest::newRow("stacked") << QStringLiteral("1 = 1; UPDATE \"Parcels\" SET n = 0");
+        QTest::newRow("union") << QStringLiteral("n = 1) UNION SELECT usename, 1, 1 FROM pg_user --");
+    }
+    void hostileFiltersNeverRunOnTheServer()
+    {
+        QFETCH(QString, where);
+        QVERIFY(loadServerTables());
+        PostgisServer& server = PostgisServer::Shared();
+        TERefPtr<TEFeatureLayer> layer = TEFeatureLayer::Open(server.GdalSource(), QStringLiteral("Parcels"));
+        QVERIFY(layer);
+        const TEQueryFilter filter{TEString(where)};
+        QString error;
+        QVERIFY(!layer->Search(filter, &error));
+        QVERIFY(!error.isEmpty());
+        for (TEFeatureTable::Method method : kMethods) {
+            TERefPtr<TEFeatureTable> table = layer->GetDatasource();
+            table->SetMethod(method);
+            std::vector<TEFeatureTable::ValueCount> counts;
+            error.clear();
+            QVERIFY(!table->GetValueCounts(TEString(L"select"), filter, counts, &error));
+            QVERIFY(!error.isEmpty());
+        }
+        QCOMPARE(server.Query(QStringLiteral("SELECT count(*) || ':' || sum(n) FROM \"Parcels\"")),
+                 QStringLiteral("8:36"));
+        // Refused on the client: the text never reached the server at all.
+        QVERIFY2(!server.Log().contains(where), qPrintable(where));
+    }
+
     void memoryLayerScansTheSame()
     {
         TERefPtr<TEMemoryFeatureLayer> layer = memoryLayer();
@@ -379,6 +458,43 @@ private Q_SLOTS:
     }
 
 private:
+    // Loads the server tables once.
+    bool loadServerTables()
+    {
+        if (mServerTablesLoaded)
+            return true;
+        PostgisServer& server = PostgisServer::Shared();
+        const std::vector<Field> fields = {{QStringLiteral("select"), OFTString},
+                                           {QStringLiteral("Owner Name"), OFTString},
+                                           {QStringLiteral("odd\"name"), OFTString},
+                                           {QStringLiteral("n"), OFTInteger}};
+        const char* selects[] = {"O'Brien", "say \"hi\"", nullptr, "Zürich", "O'Brien", "東京", "", "a;b"};
+        const char* owners[] = {"Ann", nullptr, "Bé", "Ann", "Ann", nullptr, "Carl", "Bé"};
+        std::vector<Row> parcels;
+        for (int i = 0; i < 8; ++i) {
+            const int x = i * 10;
+            parcels.push_back({QStringLiteral("POLYGON ((%1 0,%2 0,%2 10,%1 10,%1 0))").arg(x).arg(x + 10),
+                               {selects[i] ? TEVariant(selects[i]) : TEVariant(), owners[i] ? TEVariant(owners[i]) : TEVariant(),
+                                TEVariant(i % 3 ? "x'y" : "--"), TEVariant(i + 1)}});
+        }
+        std::vector<Row> roads;
+        for (int i = 0; i < 6; ++i)
+            roads.push_back({QStringLiteral("LINESTRING (%1 0,%1 50)").arg(i),
+                             {TEVariant(i % 2 ? "track" : i % 3 ? "main" : "lane")}});
+        const QString source = server.GdalSource();
+        if (!DataFixtures::writeVector(source, "PostgreSQL", QStringLiteral("Parcels"), wkbPolygon, fields, parcels).isEmpty()
+            || !DataFixtures::writeVector(source, "PostgreSQL", QStringLiteral("roads"), wkbLineString,
+                                          {{QStringLiteral("kind"), OFTString}}, roads).isEmpty())
+            return false;
+        // A view over the table, and a copy of it without a primary key.
+        if (!server.Exec(QStringLiteral("CREATE OR REPLACE VIEW parcel_view AS SELECT * FROM \"Parcels\" WHERE n <> 4"))
+            || !server.Exec(QStringLiteral("DROP TABLE IF EXISTS nopk; CREATE TABLE nopk AS SELECT * FROM \"Parcels\"")))
+            return false;
+        mServerTablesLoaded = true;
+        return true;
+    }
+
+    bool mServerTablesLoaded = false;
     QTemporaryDir mDir;
     QString mGpkg;
     QString mShp;
