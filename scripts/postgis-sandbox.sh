@@ -54,4 +54,5 @@ PostGIS is running with the sample layers in database "tz".
   psql:        $bin/psql -h $folder -U tz tz
 Press Ctrl-C to stop the server and remove it.
 INFO
-while true; do sleep 3600; done
+# Waiting in the background lets the trap run as soon as a signal comes.
+while true; do sleep 3600 & wait $!; done
