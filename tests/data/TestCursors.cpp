@@ -3,9 +3,11 @@
 #include "TestRegistry.h"
 
 #include "data/TEFeatureLayer.h"
+#include "data/TEFeatureTable.h"
 #include "data/TEGeoPolygon.h"
 #include "data/TEMemoryFeatureLayer.h"
 
+#include <QElapsedTimer>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
@@ -145,6 +147,37 @@ private Q_SLOTS:
         const QString plan = server.Query(QStringLiteral("EXPLAIN ") + select);
         QVERIFY2(plan.contains(QLatin1String("cells_geom_geom_idx")) && !plan.contains(QLatin1String("Seq Scan")),
                  qPrintable(plan));
+    }
+
+    // The server going away while a layer is open gives errors, not a
+    // crash or a hang, and reading works again once it is back.
+    void lostConnectionGivesErrorsAndRecovers()
+    {
+        PostgisServer& server = PostgisServer::Shared();
+        TERefPtr<TEFeatureLayer> layer = openCells(QStringLiteral("postgis"));
+        QVERIFY(layer);
+        const long long expected = 1999LL * 2000 / 2;
+        QCOMPARE(sumOverCursor(layer.get()), expected);
+
+        QVERIFY2(server.Pause(), qPrintable(server.Error()));
+        QElapsedTimer timer;
+        timer.start();
+        QString error;
+        TERefPtr<TEFeatureCursor> cursor = layer->Search(TEQueryFilter(), &error);
+        int read = 0;
+        while (cursor && cursor->NextFeature())
+            ++read;
+        QCOMPARE(read, 0);
+        std::vector<TEFeatureTable::ValueCount> counts;
+        QVERIFY(!layer->GetDatasource()->GetValueCounts(TEString(L"label"), TEQueryFilter(), counts, &error));
+        QVERIFY(!error.isEmpty());
+        QVERIFY2(timer.elapsed() < 20000, qPrintable(QString::number(timer.elapsed())));
+
+        QVERIFY2(server.Resume(), qPrintable(server.Error()));
+        QCOMPARE(sumOverCursor(layer.get()), expected);
+        QVERIFY2(layer->GetDatasource()->GetValueCounts(TEString(L"label"), TEQueryFilter(), counts, &error),
+                 qPrintable(error));
+        QCOMPARE(int(counts.size()), 2000);
     }
 
     void searchesRunConcurrentlyOnWorkerThreads_data() { sources_data(); }
