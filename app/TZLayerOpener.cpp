@@ -36,6 +36,10 @@ std::vector<TERefPtr<TELayer>> TZLayerOpener::open(const QString& path, QString*
 
     GDALDatasetH ds = GDALOpenEx(path.toUtf8().constData(), GDAL_OF_VECTOR | GDAL_OF_RASTER | GDAL_OF_READONLY,
                                  nullptr, nullptr, nullptr);
+    // A PostGIS database without raster support fails the raster probe;
+    // its vector layers still open.
+    if (!ds && !info.exists())
+        ds = GDALOpenEx(path.toUtf8().constData(), GDAL_OF_VECTOR | GDAL_OF_READONLY, nullptr, nullptr, nullptr);
     if (!ds) {
         if (error)
             *error = lastError.isEmpty() ? tr("\"%1\" is not a vector or raster source GDAL can read.").arg(path)
