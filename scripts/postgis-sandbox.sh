@@ -28,6 +28,7 @@ if [ "$(id -u)" -eq 0 ]; then
   as=(runuser -u postgres --)
 fi
 cleanup() {
+  [ -n "${waiter:-}" ] && kill "$waiter" 2>/dev/null || true
   [ -f "$folder/data/postmaster.pid" ] && "${as[@]}" "$bin/pg_ctl" -D "$folder/data" -m fast -w stop >/dev/null || true
   rm -rf "$folder"
 }
@@ -55,4 +56,4 @@ PostGIS is running with the sample layers in database "tz".
 Press Ctrl-C to stop the server and remove it.
 INFO
 # Waiting in the background lets the trap run as soon as a signal comes.
-while true; do sleep 3600 & wait $!; done
+while true; do sleep 3600 & waiter=$!; wait "$waiter"; done
