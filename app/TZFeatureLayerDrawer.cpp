@@ -9,6 +9,8 @@
 #include <QCoreApplication>
 #include <QPainter>
 
+#include <cmath>
+
 using namespace TZObjects;
 
 TZFeatureLayerDrawer::TZFeatureLayerDrawer(TERefPtr<TEFeatureLayer> layer, const TEFeatureRender* render,
@@ -48,6 +50,11 @@ bool TZFeatureLayerDrawer::draw(QPainter* painter, const TZMapViewport& viewport
     context.dpi = TEStyle::DeviceDpi(painter);
     context.devicePixelRatio = painter->device() ? painter->device()->devicePixelRatioF() : 1.0;
     context.cancel = cancel;
+
+    // A render that draws everything from the whole layer needs no
+    // per-feature pass.
+    if (mRender && mRender->DrawsWholeLayer() && mRender->DrawsOnlyWholeLayer())
+        return drawWholeLayer(painter, context);
 
     // Symbols reach beyond their geometry; a margin keeps edge points whole.
     const double margin = 40.0 * viewport.unitsPerPixel();
@@ -132,8 +139,13 @@ bool TZFeatureLayerDrawer::drawWholeLayer(QPainter* painter, const TEDrawContext
 {
     if (context.IsCancelled())
         return false;
+    // Features just outside the view may still reach into it (a kernel's
+    // radius); the render says how far, in pixels.
+    const double pixelSize = std::sqrt(std::abs(context.mapToDevice.determinant()));
+    const double margin = pixelSize > 0.0 ? mRender->DrawLayerMargin(context) / pixelSize : 0.0;
     QString error;
-    TERefPtr<TEFeatureCursor> cursor = mLayer->Search(viewFilter(context.mapExtent), &error);
+    TERefPtr<TEFeatureCursor> cursor =
+        mLayer->Search(viewFilter(context.mapExtent.adjusted(-margin, -margin, margin, margin)), &error);
     if (!cursor) {
         mErrorText = error;
         return false;

@@ -3,9 +3,12 @@
 #include "data/TEFeatureLayer.h"
 #include "data/TERasterDirLayer.h"
 #include "renders/TECategorizedSymbolRender.h"
+#include "renders/TEClusterDiagramRender.h"
 #include "renders/TEDiagramRender.h"
 #include "renders/TEFourColorTheoremRender.h"
+#include "renders/TEDotDensityDiagramRender.h"
 #include "renders/TEGraduatedSymbolsDiagramRender.h"
+#include "renders/TEHeatMapperRender.h"
 #include "renders/TERuleBasedSymbolRender.h"
 #include "renders/TESingleSymbolRender.h"
 #include "symbology/TEStyle.h"
@@ -198,12 +201,40 @@ void TZLayerTree::fillLegend(QTreeWidgetItem* item, TELayer* layer, TEFeatureRen
             const QString caption = part->GetCaption().toQString();
             addLegendItem(item, part->GetStyle().get(), caption.isEmpty() ? part->GetField().toQString() : caption);
         }
+        if (auto* dots = dynamic_cast<TEDotDensityDiagramRender*>(render)) {
+            const TEColor color = dots->getDotColor();
+            addLegendItem(item, swatchIcon(QColor(color.getR(), color.getG(), color.getB()), 4),
+                          tr("1 dot = %1 %2")
+                              .arg(QLocale().toString(dots->getNumberPerDot()), dots->getFieldName().toQString()));
+        }
+        if (auto* clusters = dynamic_cast<TEClusterDiagramRender*>(render)) {
+            for (int sizeClass = 1; sizeClass < TEClusterDiagramRender::SizeClassCount; ++sizeClass) {
+                const int lower = TEClusterDiagramRender::SizeClassLower(sizeClass);
+                const QString label = sizeClass + 1 < TEClusterDiagramRender::SizeClassCount
+                    ? QStringLiteral("%1 - %2").arg(QLocale().toString(lower),
+                                                    QLocale().toString(TEClusterDiagramRender::SizeClassLower(sizeClass + 1) - 1))
+                    : QStringLiteral("%1+").arg(QLocale().toString(lower));
+                addLegendItem(item, swatchIcon(clusters->SizeClassColor(sizeClass), 8 + sizeClass), label);
+            }
+        }
         if (auto* graduated = dynamic_cast<TEGraduatedSymbolsDiagramRender*>(render)) {
             for (const TEGraduatedSymbolsDiagramItem& level : graduated->items())
                 addLegendItem(item, level.style().get(),
                               QStringLiteral("%1 - %2").arg(QLocale().toString(level.lower()),
                                                             QLocale().toString(level.upper())));
         }
+        return;
+    }
+    if (auto* heat = dynamic_cast<TEHeatMapperRender*>(render)) {
+        // The ramp from sparse to dense, as the surface shows it.
+        item->setIcon(0, QIcon());
+        QPixmap pixmap(IconSize);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        for (int x = 0; x < pixmap.width(); ++x)
+            painter.fillRect(QRect(x, 2, 1, pixmap.height() - 4), heat->DensityColor(double(x + 1) / pixmap.width()));
+        painter.end();
+        addLegendItem(item, QIcon(pixmap), tr("Density: sparse to dense"));
         return;
     }
     if (auto* categories = dynamic_cast<TECategorizedSymbolRender*>(render)) {
@@ -253,6 +284,28 @@ void TZLayerTree::addFourColorLegend(QTreeWidgetItem* parent, const TEFeatureLay
     }
     if (layer && int(render->getColorMap().size()) < layer->GetFeatureCount())
         addLegendItem(parent, base.get(), tr("Uncolored"));
+}
+
+void TZLayerTree::addLegendItem(QTreeWidgetItem* parent, const QIcon& icon, const QString& label)
+{
+    auto* child = new QTreeWidgetItem(parent);
+    child->setText(0, label);
+    child->setIcon(0, icon);
+    child->setFlags(Qt::ItemIsEnabled);
+}
+
+QIcon TZLayerTree::swatchIcon(const QColor& color, int diameter)
+{
+    QPixmap pixmap(IconSize);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing, true);
+    painter.setBrush(color);
+    painter.setPen(QPen(color.darker(140), 1.0));
+    const double d = std::min<double>(diameter, std::min(IconSize.width(), IconSize.height()) - 2);
+    painter.drawEllipse(QRectF(QPointF(IconSize.width() - d, IconSize.height() - d) / 2.0, QSizeF(d, d)));
+    painter.end();
+    return QIcon(pixmap);
 }
 
 void TZLayerTree::addLegendItem(QTreeWidgetItem* parent, const TEStyle* style, const QString& label)

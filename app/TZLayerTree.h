@@ -65,6 +65,9 @@ private:
     static QIcon symbolIcon(const TZObjects::TEStyle* style);
     static QIcon layerTypeIcon(const TZObjects::TELayer* layer);
     void addLegendItem(QTreeWidgetItem* parent, const TZObjects::TEStyle* style, const QString& label);
+    void addLegendItem(QTreeWidgetItem* parent, const QIcon& icon, const QString& label);
+    // A disc of the colour, diameter pixels across, as a legend icon.
+    static QIcon swatchIcon(const QColor& color, int diameter);
     // The legend entries (or the layer icon) of a render; a diagram render
     // lists its background render's entries and then its own items.
     void fillLegend(QTreeWidgetItem* item, TZObjects::TELayer* layer, TZObjects::TEFeatureRender* render);

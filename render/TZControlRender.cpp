@@ -1,14 +1,22 @@
 #include "TZControlRender.h"
 
 #include "TZRenderPanel.h"
+#include "TZRenderPanelClusterDiagram.h"
+#include "TZRenderPanelDotDensityDiagram.h"
 #include "TZRenderPanelFourColorTheorem.h"
+#include "TZRenderPanelGradingSymbol.h"
+#include "TZRenderPanelGraduatedSymbolsDiagram.h"
 #include "TZRenderPanelRuleBased.h"
 #include "TZRenderPanelSingleSymbol.h"
+#include "TZRenderPanelThermodynamicDiagram.h"
 #include "TZRenderPanelUniqueValues.h"
 #include "TZRenderTranslation.h"
 #include "TzImageRenderClassDialog.h"
 #include "TzImageRenderColormapDialog.h"
+#include "TzImageRenderStretchDialog.h"
 #include "TzImageRenderUniqueDialog.h"
+#include "TzImgRenderMultiStretchDialog.h"
+#include "TzImgRenderRGBCompositeDialog.h"
 #include "ui_TZControlRender.h"
 
 #include "data/TEFeatureLayer.h"
@@ -129,11 +137,19 @@ void TZControlRender::initRenderCatalog()
     // stretch, raster RGB composite.
     addRender(new TZRenderPanelSingleSymbol(this));
     addRender(new TZRenderPanelUniqueValues(this));
+    addRender(new TZRenderPanelGradingSymbol(this));
+    addRender(new TZRenderPanelGraduatedSymbolsDiagram(this));
     addRender(new TZRenderPanelRuleBased(this));
     addRender(new TZRenderPanelFourColorTheorem(this));
+    addRender(new TZRenderPanelThermodynamicDiagram(this));
+    addRender(new TZRenderPanelDotDensityDiagram(this));
+    addRender(new TZRenderPanelClusterDiagram(this));
     addRender(new TzImageRenderClassDialog(this));
+    addRender(new TzImageRenderStretchDialog(this));
     addRender(new TzImageRenderUniqueDialog(this));
     addRender(new TzImageRenderColormapDialog(this));
+    addRender(new TzImgRenderMultiStretchDialog(this));
+    addRender(new TzImgRenderRGBCompositeDialog(this));
 }
 
 void TZControlRender::addRender(TZRenderPanel* panel)

@@ -5,9 +5,11 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 build=${TZ_BUILD_DIR:-$root/build}
 # Paths relative to the tree, and precompiled headers allowed, so that
 # ccache serves one checkout's objects to another (git worktrees, CI clones).
+# ccache's check for sources changed while they compile stays on: without it
+# a file edited during a build is stored under its old contents' key.
 export CCACHE_BASEDIR=${CCACHE_BASEDIR:-$root}
 export CCACHE_NOHASHDIR=1
-export CCACHE_SLOPPINESS=${CCACHE_SLOPPINESS:-pch_defines,time_macros,include_file_mtime,include_file_ctime}
+export CCACHE_SLOPPINESS=${CCACHE_SLOPPINESS:-pch_defines,time_macros}
 if [ ! -f "$build/build.ninja" ]; then
   cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo
 fi

@@ -56,4 +56,11 @@ OGRFeatureH TEFeatureCursor::NextOgrFeature()
     return OGR_L_GetNextFeature(mLayer);
 }
 
+TERefPtr<TEFields> TEFeatureCursor::GetFields() const
+{
+    if (mLayer || mFeatures.empty())
+        return mFields;
+    return mFeatures.front()->GetFields();
+}
+
 } // namespace TZObjects

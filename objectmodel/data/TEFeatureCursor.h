@@ -36,6 +36,10 @@ public:
     // scans that read one field and want no per-feature allocation beyond OGR's.
     OGRFeatureH NextOgrFeature();
 
+    // The fields of the features (those of the first feature for a cursor
+    // over given features; empty when there are none).
+    TERefPtr<TEFields> GetFields() const;
+
 private:
     GDALDatasetH mDataset = nullptr;
     TEHandlePool::Lease mLease;

@@ -315,6 +315,7 @@ int TEFeatureLayer::AddFeature(const TERefPtr<TEFeature>& feature)
     const int id = mEditBuffer->NextNewId();
     copy->SetId(id);
     mEditBuffer->Record(TEFeatureEditBuffer::EO_Added, copy);
+    TouchData();
     RaiseCountEvent(mFeaturesAdded, id);
     return id;
 }
@@ -328,6 +329,7 @@ bool TEFeatureLayer::UpdateFeature(const TERefPtr<TEFeature>& feature)
     if (edit ? edit->edit_operation() == TEFeatureEditBuffer::EO_Deleted : !GetFeature(id))
         return false;
     mEditBuffer->Record(TEFeatureEditBuffer::EO_Modified, feature->Clone());
+    TouchData();
     return true;
 }
 
@@ -345,6 +347,7 @@ bool TEFeatureLayer::DeleteFeature(int id)
             return false;
     }
     mEditBuffer->Record(TEFeatureEditBuffer::EO_Deleted, feature);
+    TouchData();
     RaiseCountEvent(mFeaturesDeleted, id);
     return true;
 }
@@ -360,6 +363,7 @@ bool TEFeatureLayer::SaveEdits(QString* error)
     if (!written)
         return false;
     mEditBuffer->Clear();
+    TouchData();
     return true;
 }
 
@@ -375,6 +379,7 @@ void TEFeatureLayer::ClearReadPools()
 void TEFeatureLayer::DiscardEdits()
 {
     mEditBuffer->Clear();
+    TouchData();
 }
 
 bool TEFeatureLayer::WriteEdits(QString* error)

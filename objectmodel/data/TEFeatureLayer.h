@@ -10,6 +10,8 @@
 
 #include <QMutex>
 
+#include <atomic>
+
 #include <gdal.h>
 
 #include <memory>
@@ -85,6 +87,10 @@ public:
     // Writes every buffered edit in one transaction where the source has them.
     bool SaveEdits(QString* error = nullptr);
     void DiscardEdits();
+    // Goes up whenever the layer's features may have changed (an edit, a
+    // save, a discard, a feature stored straight into the source), so that a
+    // reader can tell whether values it read earlier still hold.
+    unsigned GetDataRevision() const { return mDataRevision.load(); }
 
     // Feature-count events (TEFeaturesCountEvent, sender this layer).
     TEEventSignal& features_added() const { return mFeaturesAdded; }
@@ -125,6 +131,8 @@ protected:
     GDALDatasetH mDataset = nullptr;
     OGRLayerH mLayer = nullptr;
 
+    void TouchData() { ++mDataRevision; }
+
 private:
     void RaiseCountEvent(TEEventSignal& signal, int id);
     void ClearReadPools();
@@ -138,6 +146,7 @@ private:
     TEQueryFilter mQueryFilter;
     mutable TEEventSignal mFeaturesAdded;
     mutable TEEventSignal mFeaturesDeleted;
+    std::atomic<unsigned> mDataRevision{0};
 
     // Pools of read handles, made on first use; emptied when edits are saved.
     mutable QMutex mPoolMutex;

@@ -145,6 +145,8 @@ int TEMemoryFeatureLayer::AppendFeature(const QString& wkt, const std::vector<TE
     else if (error)
         *error = TEGdalSupport::LastError(QStringLiteral("Cannot add the feature."));
     OGR_F_Destroy(feature);
+    if (fid >= 0)
+        TouchData();
     return fid;
 }
 

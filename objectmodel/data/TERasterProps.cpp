@@ -17,6 +17,7 @@ TERasterProps::TERasterProps(GDALDatasetH dataset) : mDataset(dataset)
         mStatisticsState[i].assign(size_t(mBandCount), 0);
         mStatistics[i].resize(size_t(mBandCount));
     }
+    mValueCounts.resize(size_t(mBandCount));
 }
 
 TERasterProps::~TERasterProps()
@@ -29,8 +30,16 @@ TERefPtr<TERasterProps> TERasterProps::Open(const QString& path, QString* error)
 {
     TEGdalSupport::EnsureRegistered();
     CPLErrorReset();
+    // Reads at a coarser resolution than the file's (a whole large raster
+    // drawn into a view) let the GeoTIFF driver read just the pixels they
+    // keep, straight from an uncompressed file, instead of every block
+    // through GDAL's block cache. The driver takes the option when the
+    // file opens; other drivers ignore it.
+    const QByteArray directBefore = CPLGetThreadLocalConfigOption("GTIFF_DIRECT_IO", nullptr);
+    CPLSetThreadLocalConfigOption("GTIFF_DIRECT_IO", "YES");
     GDALDatasetH dataset = GDALOpenEx(path.toUtf8().constData(), GDAL_OF_RASTER | GDAL_OF_READONLY,
                                       nullptr, nullptr, nullptr);
+    CPLSetThreadLocalConfigOption("GTIFF_DIRECT_IO", directBefore.isNull() ? nullptr : directBefore.constData());
     if (!dataset) {
         if (error)
             *error = QStringLiteral("Cannot open \"%1\": %2")
@@ -60,7 +69,18 @@ int TERasterProps::GetBandDataType(int band) const
     return handle ? int(GDALGetRasterDataType(handle)) : int(GDT_Unknown);
 }
 
-bool TERasterProps::GetStatistics(int band, BandStatistics& statistics, Accuracy accuracy) const
+bool TERasterProps::HasStatistics(int band, Accuracy accuracy) const
+{
+    QMutexLocker lock(&mMutex);
+    if (!Band(band))
+        return false;
+    const size_t i = size_t(band - 1);
+    const bool approximate = accuracy == Accuracy::ApproximateIfLarge && IsLarge();
+    return mStatisticsState[0][i] != 0 || (approximate && mStatisticsState[1][i] != 0);
+}
+
+bool TERasterProps::GetStatistics(int band, BandStatistics& statistics, Accuracy accuracy,
+                                  const std::atomic<bool>* cancel) const
 {
     QMutexLocker lock(&mMutex);
     GDALRasterBandH handle = Band(band);
@@ -79,16 +99,45 @@ bool TERasterProps::GetStatistics(int band, BandStatistics& statistics, Accuracy
     if (state == 0) {
         BandStatistics& s = mStatistics[kind][i];
         CPLErrorReset();
-        // GDAL reads the band in blocks (or, approximately, an overview or a
-        // sample of blocks); the raster is never held in one buffer.
-        const CPLErr result = GDALComputeRasterStatistics(handle, approximate ? TRUE : FALSE, &s.minimum,
-                                                          &s.maximum, &s.mean, &s.stdDev, nullptr, nullptr);
-        state = result == CE_None ? 1 : -1;
+        if (approximate) {
+            // GDAL reads an overview or a sample of blocks.
+            const CPLErr result = GDALComputeRasterStatistics(handle, TRUE, &s.minimum, &s.maximum, &s.mean,
+                                                              &s.stdDev, nullptr, nullptr);
+            state = result == CE_None ? 1 : -1;
+        } else {
+            // Block by block, outside GDAL's block cache; 8- and 16-bit
+            // bands keep their value counts for histograms.
+            TEBandScan::Statistics scanned;
+            const TEBandScan::Result result = TEBandScan::ComputeStatistics(
+                handle, scanned, TEBandScan::CountsValues(GDALGetRasterDataType(handle)) ? &mValueCounts[i] : nullptr,
+                cancel);
+            if (result == TEBandScan::Result::Cancelled)
+                return false;
+            s = {scanned.minimum, scanned.maximum, scanned.mean, scanned.stdDev};
+            state = result == TEBandScan::Result::Ok ? 1 : -1;
+        }
     }
     if (state < 0)
         return false;
     statistics = mStatistics[kind][i];
     return true;
+}
+
+bool TERasterProps::GetValueHistogram(int band, double minimum, double maximum, double noData,
+                                      std::vector<TEBandScan::Point>& points, const std::atomic<bool>* cancel) const
+{
+    QMutexLocker lock(&mMutex);
+    points.clear();
+    GDALRasterBandH handle = Band(band);
+    if (!handle || !(maximum >= minimum))
+        return false;
+    const TEBandScan::ValueCounts& counts = mValueCounts[size_t(band - 1)];
+    if (!counts.counts.empty()) {
+        TEBandScan::HistogramOf(counts, minimum, maximum, noData, points);
+        return !points.empty();
+    }
+    CPLErrorReset();
+    return TEBandScan::ComputeHistogram(handle, minimum, maximum, noData, points, cancel) == TEBandScan::Result::Ok;
 }
 
 bool TERasterProps::GetHistogram(int band, double minimum, double maximum, int bins, std::vector<double>& counts,

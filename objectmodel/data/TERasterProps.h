@@ -2,6 +2,7 @@
 
 #include "core/TERefBase.h"
 #include "core/TERefPtr.h"
+#include "data/TEBandScan.h"
 
 #include <QColor>
 #include <QMutex>
@@ -12,6 +13,7 @@
 #include <gdal.h>
 
 #include <array>
+#include <atomic>
 #include <vector>
 
 namespace TZObjects {
@@ -51,10 +53,16 @@ public:
     enum class Accuracy { Exact, ApproximateIfLarge };
     static constexpr qint64 LargePixelCount = 4096LL * 4096LL;
 
-    // Statistics of a band, computed by GDAL once per band and accuracy and
-    // then kept (exact ones also answer approximate requests); false for a
-    // band that does not exist or holds only no-data.
-    bool GetStatistics(int band, BandStatistics& statistics, Accuracy accuracy = Accuracy::Exact) const;
+    // Statistics of a band, computed once per band and accuracy and then
+    // kept (exact ones also answer approximate requests); false for a band
+    // that does not exist or holds only no-data, or when cancel was set
+    // during the read (nothing is kept then). Exact statistics are read
+    // block by block (TEBandScan), approximate ones by GDAL from overviews
+    // or a sample of blocks.
+    bool GetStatistics(int band, BandStatistics& statistics, Accuracy accuracy = Accuracy::Exact,
+                       const std::atomic<bool>* cancel = nullptr) const;
+    // Whether GetStatistics would answer at once, from what it keeps.
+    bool HasStatistics(int band, Accuracy accuracy = Accuracy::Exact) const;
     bool GetStatistics(int band, double& minimum, double& maximum, double& mean, double& stdDev) const;
 
     // Pixel counts of a band in bins equal buckets from minimum to maximum,
@@ -62,6 +70,14 @@ public:
     // the end buckets. False for a band that does not exist or a bad range.
     bool GetHistogram(int band, double minimum, double maximum, int bins, std::vector<double>& counts,
                       Accuracy accuracy = Accuracy::Exact) const;
+    // The band's pixel histogram between minimum and maximum, pixels equal
+    // to noData not counted, in the bins TEBandScan::ComputeHistogram
+    // describes. Read block by block; an 8- or 16-bit band whose exact
+    // statistics are known answers from the value counts kept with them,
+    // without reading. False for a missing band, a bad range, a failed read
+    // or a cancelled one.
+    bool GetValueHistogram(int band, double minimum, double maximum, double noData,
+                           std::vector<TEBandScan::Point>& points, const std::atomic<bool>* cancel = nullptr) const;
     // Whether the raster has more than LargePixelCount pixels.
     bool IsLarge() const { return qint64(mWidth) * qint64(mHeight) > LargePixelCount; }
 
@@ -103,6 +119,9 @@ private:
     // Per band and accuracy (exact first): 0 unknown, 1 ok, -1 failed.
     mutable std::vector<int> mStatisticsState[2];
     mutable std::vector<BandStatistics> mStatistics[2];
+    // Per band, the value counts of 8- and 16-bit bands read with the exact
+    // statistics (empty for other bands).
+    mutable std::vector<TEBandScan::ValueCounts> mValueCounts;
 };
 
 } // namespace TZObjects

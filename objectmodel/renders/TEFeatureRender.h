@@ -57,6 +57,14 @@ public:
     // geometry. Polls context.IsCancelled() as it goes; returns false when
     // cancelled or failed. The base draws nothing.
     virtual bool DrawLayer(QPainter* painter, TEFeatureCursor* cursor, const TEDrawContext& context) const;
+    // Whether DrawLayer draws all there is to see (a density surface,
+    // clusters that draw their lone points themselves), so that a host skips
+    // the per-feature pass.
+    virtual bool DrawsOnlyWholeLayer() const { return false; }
+    // How far beyond the view, in painter pixels, features still change what
+    // DrawLayer draws inside it (a kernel's reach); the host widens the
+    // cursor's rectangle by it.
+    virtual double DrawLayerMargin(const TEDrawContext& context) const { return 0.0; }
 
     // Every style the render holds, in render order (no empty pointers).
     std::vector<TERefPtr<TEStyle>> GetStyles() const;

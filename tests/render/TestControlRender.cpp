@@ -444,6 +444,9 @@ private Q_SLOTS:
             return;
         // The entry is chosen with the combo box's signals on: when that
         // moves the selection off entry 0, the switch resets the page too.
+        // Only the fakes keep a journal; a real panel's page is enough.
+        if (dock.realKeys.contains(key))
+            return;
         const QString reset = QStringLiteral("reset ") + key;
         QStringList expected{reset};
         if (dock.combo()->currentIndex() > 0)
@@ -536,10 +539,12 @@ private Q_SLOTS:
         QCOMPARE(dock.tabs()->currentWidget(), dock.panels.value(QStringLiteral("ImageStretch")).data());
         dock.journal.clear();
 
-        // Entry 0 is the class panel, but choosing entry 0 always shows the
-        // no-render page and resets nothing.
+        // Entry 0 is a panel (the first offered for the type), but choosing
+        // entry 0 always shows the no-render page and resets nothing.
+        dock.combo()->setCurrentIndex(1);
+        dock.journal.clear();
         dock.combo()->setCurrentIndex(0);
-        QCOMPARE(dock.combo()->currentText(), QStringLiteral("Image Class"));
+        QCOMPARE(dock.combo()->currentText(), dock.offeredTitles(TELayer::LT_SingleBandRaster, false).value(0));
         QCOMPARE(dock.tabs()->currentWidget(), dock.noRenderPage());
         QVERIFY(dock.journal.isEmpty());
     }
