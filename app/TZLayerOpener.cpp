@@ -42,6 +42,10 @@ std::vector<TERefPtr<TELayer>> TZLayerOpener::open(const QString& path, QString*
     CPLErrorReset();
     GDALDatasetH ds = GDALOpenEx(path.toUtf8().constData(), GDAL_OF_VECTOR | GDAL_OF_RASTER | GDAL_OF_READONLY,
                                  nullptr, nullptr, nullptr);
+    // A PostGIS database without raster support fails the raster probe;
+    // its vector layers still open.
+    if (!ds && !info.exists())
+        ds = GDALOpenEx(path.toUtf8().constData(), GDAL_OF_VECTOR | GDAL_OF_READONLY, nullptr, nullptr, nullptr);
     if (!ds) {
         // GDAL's own reason ("database disk image is malformed") says more
         // than that it could not read the file.

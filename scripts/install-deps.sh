@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Installs every Debian package the project needs to build, test, fuzz (clang
-# and its libFuzzer runtime), benchmark,
-# package (dpkg-dev and file for dpkg-shlibdeps) and run tzmap. Does nothing
-# when they are all present already.
+# and its libFuzzer runtime), benchmark, package (dpkg-dev and file for
+# dpkg-shlibdeps) and run tzmap, with the PostgreSQL server and PostGIS that
+# the data tests start for themselves. Does nothing when they are all present
+# already.
 set -euo pipefail
 
 packages=(
@@ -10,6 +11,7 @@ packages=(
   qtbase5-dev qttools5-dev qttools5-dev-tools libqt5charts5-dev libqt5svg5-dev
   libgdal-dev gdal-bin libgeos-dev sqlite3 libsqlite3-dev libbenchmark-dev
   xvfb xauth
+  postgresql-15 postgresql-15-postgis-3 libpq-dev
   dpkg-dev file
   clang libclang-rt-dev
 )

@@ -1,6 +1,7 @@
 #include "data/TEFeatureTable.h"
 
 #include "data/TEGdalSupport.h"
+#include "data/TEWhereClause.h"
 
 #include <ogr_recordbatch.h>
 #include <sqlite3.h>
@@ -397,6 +398,12 @@ bool TEFeatureTable::Collect(const TEString& fieldName, const TEQueryFilter& fil
     const int index = FieldIndex(fieldName, error);
     if (index < 0)
         return false;
+    // The clause goes into SQL text on some paths: only a clause that parses
+    // as one condition on this layer's fields may reach the source, never
+    // text that closes the condition and adds SQL of its own.
+    TEWhereClause check;
+    if (!check.Compile(mLayer->mDefinition, filter.GetWhereClause(), error))
+        return false;
     RowSink sink;
     if (!sink.Build(*mLayer, mLayer->GetFields()->GetField(index)->GetOgrIndex(), filter, error))
         return false;
@@ -664,14 +671,27 @@ bool TEFeatureTable::ReadCursor(int fieldIndex, const TEQueryFilter& filter, Row
     const int ogrIndex = field->GetOgrIndex();
     OGRFieldType type = OFTString;
     bool typeKnown = false;
+    // A server table gives its rows in storage order, which an update
+    // changes (the new row version goes elsewhere); values are met in FID
+    // order there, as the grouped query orders them and as a GeoPackage of
+    // the same data gives them.
+    const bool server = mLayer->GetDriverName() == QLatin1String("PostgreSQL");
+    std::vector<std::pair<long long, std::string>> rows;
     while (OGRFeatureH feature = cursor->NextOgrFeature()) {
         if (!typeKnown && ogrIndex >= 0) {
             type = OGR_Fld_GetType(OGR_F_GetFieldDefnRef(feature, ogrIndex));
             typeKnown = true;
         }
-        sink.Saved(OGR_F_GetFID(feature), valueKey(feature, ogrIndex, type));
+        if (server)
+            rows.emplace_back(OGR_F_GetFID(feature), valueKey(feature, ogrIndex, type));
+        else
+            sink.Saved(OGR_F_GetFID(feature), valueKey(feature, ogrIndex, type));
         OGR_F_Destroy(feature);
     }
+    std::stable_sort(rows.begin(), rows.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    for (const auto& row : rows)
+        sink.Saved(row.first, row.second);
     return true;
 }
 

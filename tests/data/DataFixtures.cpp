@@ -4,6 +4,7 @@
 #include "data/TEGdalSupport.h"
 
 #include <gdal.h>
+#include <cstring>
 #include <ogr_srs_api.h>
 
 namespace DataFixtures {
@@ -14,14 +15,22 @@ QString writeVector(const QString& path, const char* driverName, const QString& 
                     OGRwkbGeometryType geometryType, const std::vector<Field>& fields, const std::vector<Row>& rows)
 {
     TEGdalSupport::EnsureRegistered();
+    // A database is opened and gets a new table (replacing one of the same
+    // name, names kept as written); a file is created.
+    const bool database = std::strcmp(driverName, "PostgreSQL") == 0;
     GDALDriverH driver = GDALGetDriverByName(driverName);
-    GDALDatasetH dataset = driver ? GDALCreate(driver, path.toUtf8().constData(), 0, 0, 0, GDT_Unknown, nullptr)
-                                  : nullptr;
+    GDALDatasetH dataset = nullptr;
+    if (database)
+        dataset = GDALOpenEx(path.toUtf8().constData(), GDAL_OF_VECTOR | GDAL_OF_UPDATE, nullptr, nullptr, nullptr);
+    else if (driver)
+        dataset = GDALCreate(driver, path.toUtf8().constData(), 0, 0, 0, GDT_Unknown, nullptr);
     if (!dataset)
         return TEGdalSupport::LastError(QStringLiteral("cannot create ") + path);
     OGRSpatialReferenceH srs = OSRNewSpatialReference(nullptr);
     OSRImportFromEPSG(srs, 3857);
-    OGRLayerH layer = GDALDatasetCreateLayer(dataset, layerName.toUtf8().constData(), srs, geometryType, nullptr);
+    const char* databaseOptions[] = {"OVERWRITE=YES", "LAUNDER=NO", "FID=fid", "GEOMETRY_NAME=geom", nullptr};
+    OGRLayerH layer = GDALDatasetCreateLayer(dataset, layerName.toUtf8().constData(), srs, geometryType,
+                                             database ? const_cast<char**>(databaseOptions) : nullptr);
     OSRRelease(srs);
     QString error;
     if (!layer)

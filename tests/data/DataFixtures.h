@@ -26,7 +26,9 @@ struct Row
 };
 
 // Creates a one-layer vector file with the driver ("GPKG", "ESRI Shapefile",
-// "GeoJSON", ...). Returns an empty string on success, else the error.
+// "GeoJSON", ...), or for "PostgreSQL" a table (FID column "fid", geometry
+// column "geom") in the database path names ("PG:..."). Returns an empty
+// string on success, else the error.
 QString writeVector(const QString& path, const char* driver, const QString& layerName,
                     OGRwkbGeometryType geometryType, const std::vector<Field>& fields, const std::vector<Row>& rows);
 

@@ -1,11 +1,17 @@
 #include "DataFixtures.h"
+#include "PostgisServer.h"
 #include "TestRegistry.h"
 
 #include "data/TEFeatureLayer.h"
+#include "data/TEFeatureTable.h"
 #include "data/TEGeoPolygon.h"
 #include "data/TEMemoryFeatureLayer.h"
 
+#include <QElapsedTimer>
+#include <QRegularExpression>
 #include <QTemporaryDir>
+
+#include <algorithm>
 #include <future>
 
 using namespace TZObjects;
@@ -45,14 +51,35 @@ private Q_SLOTS:
             rows.push_back({QStringLiteral("POLYGON ((%1 %2,%3 %2,%3 %4,%1 %4,%1 %2))").arg(x).arg(y).arg(x + 1).arg(y + 1),
                             {TEVariant(i), TEVariant(QStringLiteral("cell %1").arg(i).toUtf8().constData())}});
         }
-        QCOMPARE(DataFixtures::writeVector(mPath, "GPKG", QStringLiteral("cells"), wkbPolygon,
-                                           {{QStringLiteral("n"), OFTInteger}, {QStringLiteral("label"), OFTString}}, rows),
+        const std::vector<Field> fields = {{QStringLiteral("n"), OFTInteger}, {QStringLiteral("label"), OFTString}};
+        QCOMPARE(DataFixtures::writeVector(mPath, "GPKG", QStringLiteral("cells"), wkbPolygon, fields, rows), QString());
+        PostgisServer& server = PostgisServer::Shared();
+        QVERIFY2(server.IsRunning(), qPrintable(server.Error()));
+        QCOMPARE(DataFixtures::writeVector(server.GdalSource(), "PostgreSQL", QStringLiteral("cells"), wkbPolygon, fields,
+                                           rows),
                  QString());
+        QVERIFY(server.Exec(QStringLiteral("ANALYZE cells")));
     }
 
+    // The same cells in a GeoPackage and in a PostGIS table.
+    void sources_data()
+    {
+        QTest::addColumn<QString>("source");
+        QTest::newRow("gpkg") << QStringLiteral("gpkg");
+        QTest::newRow("postgis") << QStringLiteral("postgis");
+    }
+    TERefPtr<TEFeatureLayer> openCells(const QString& source) const
+    {
+        if (source == QLatin1String("postgis"))
+            return TEFeatureLayer::Open(PostgisServer::Shared().GdalSource(), QStringLiteral("cells"));
+        return TEFeatureLayer::Open(mPath);
+    }
+
+    void cursorReadsOnlyWhatTheFilterAsks_data() { sources_data(); }
     void cursorReadsOnlyWhatTheFilterAsks()
     {
-        TERefPtr<TEFeatureLayer> layer = TEFeatureLayer::Open(mPath);
+        QFETCH(QString, source);
+        TERefPtr<TEFeatureLayer> layer = openCells(source);
         QVERIFY(layer);
         TEQueryFilter filter(TEString(L"label = 'cell 7'"));
         filter.SetSubFields({TEString(L"n")});
@@ -62,24 +89,102 @@ private Q_SLOTS:
         TERefPtr<TEFeature> feature = cursor->NextFeature();
         QVERIFY(feature);
         QCOMPARE(feature->GetValue(TEString(L"n")).GetInt(), 7);
+        if (source == QLatin1String("postgis"))
+            QEXPECT_FAIL("", "GDAL 3.6's PostgreSQL driver reads the geometry column even when it is ignored", Continue);
         QVERIFY(!feature->GetGeometry());
         QVERIFY(!cursor->NextFeature());
 
         // Without a field list everything is read, geometry included.
         feature = layer->Search(TEQueryFilter(TEString(L"n = 51")))->NextFeature();
         QCOMPARE(feature->GetValue(TEString(L"label")).ToString(), TEString(L"cell 51"));
-        QCOMPARE(feature->GetId(), 52);  // GeoPackage FIDs start at 1
+        QCOMPARE(feature->GetId(), 52);  // both sources number features from 1
         TERefPtr<TEGeoPolygon> polygon = feature->GetGeometry().cast<TEGeoPolygon>();
         QVERIFY(polygon);
         QCOMPARE(polygon->GetRingCount(), 1);
         QCOMPARE(polygon->GetRing(0).GetPointCount(), 5);
         QCOMPARE(polygon->GetRing(0).GetPoint(2), TEPoint(2, 2));
         QCOMPARE(polygon->GetRing(1).GetPointCount(), 0);
+
+        // A rectangle gives the cells it touches, and only those.
+        TEQueryFilter box;
+        box.SetSpatialRect(QRectF(QPointF(10.5, 3.5), QPointF(12.5, 4.5)));
+        box.SetSubFields({TEString(L"n")});
+        QList<int> found;
+        TERefPtr<TEFeatureCursor> boxed = layer->Search(box);
+        QVERIFY(boxed);
+        while (TERefPtr<TEFeature> cell = boxed->NextFeature())
+            found << cell->GetValue(TEString(L"n")).GetInt();
+        std::sort(found.begin(), found.end());
+        QCOMPARE(found, QList<int>({160, 161, 162, 210, 211, 212}));
     }
 
+    // Drawing asks for the features in view: on a server that is a
+    // bounding-box query the planner answers from the GiST index rather
+    // than by reading the table.
+    void spatialFilterReachesTheServerAsAnIndexedBoxQuery()
+    {
+        PostgisServer& server = PostgisServer::Shared();
+        TERefPtr<TEFeatureLayer> layer = openCells(QStringLiteral("postgis"));
+        QVERIFY(layer);
+        const int logged = server.Log().size();
+        TEQueryFilter box;
+        box.SetSpatialRect(QRectF(QPointF(20.5, 30.5), QPointF(21.5, 31.5)));
+        TERefPtr<TEFeatureCursor> cursor = layer->Search(box);
+        QVERIFY(cursor);
+        int count = 0;
+        while (cursor->NextFeature())
+            ++count;
+        QCOMPARE(count, 4);
+
+        // The statement the server ran for the search.
+        const QString log = server.Log().mid(logged);
+        const QRegularExpression statement(QStringLiteral("DECLARE \\S+ CURSOR for (SELECT .*FROM \"?cells\"?.*)$"),
+                                           QRegularExpression::MultilineOption);
+        const QRegularExpressionMatch match = statement.match(log);
+        QVERIFY2(match.hasMatch(), qPrintable(log.right(2000)));
+        const QString select = match.captured(1);
+        QVERIFY2(select.contains(QLatin1String("&&")), qPrintable(select));
+        const QString plan = server.Query(QStringLiteral("EXPLAIN ") + select);
+        QVERIFY2(plan.contains(QLatin1String("cells_geom_geom_idx")) && !plan.contains(QLatin1String("Seq Scan")),
+                 qPrintable(plan));
+    }
+
+    // The server going away while a layer is open gives errors, not a
+    // crash or a hang, and reading works again once it is back.
+    void lostConnectionGivesErrorsAndRecovers()
+    {
+        PostgisServer& server = PostgisServer::Shared();
+        TERefPtr<TEFeatureLayer> layer = openCells(QStringLiteral("postgis"));
+        QVERIFY(layer);
+        const long long expected = 1999LL * 2000 / 2;
+        QCOMPARE(sumOverCursor(layer.get()), expected);
+
+        QVERIFY2(server.Pause(), qPrintable(server.Error()));
+        QElapsedTimer timer;
+        timer.start();
+        QString error;
+        TERefPtr<TEFeatureCursor> cursor = layer->Search(TEQueryFilter(), &error);
+        int read = 0;
+        while (cursor && cursor->NextFeature())
+            ++read;
+        QCOMPARE(read, 0);
+        std::vector<TEFeatureTable::ValueCount> counts;
+        QVERIFY(!layer->GetDatasource()->GetValueCounts(TEString(L"label"), TEQueryFilter(), counts, &error));
+        QVERIFY(!error.isEmpty());
+        QVERIFY2(timer.elapsed() < 20000, qPrintable(QString::number(timer.elapsed())));
+
+        QVERIFY2(server.Resume(), qPrintable(server.Error()));
+        QCOMPARE(sumOverCursor(layer.get()), expected);
+        QVERIFY2(layer->GetDatasource()->GetValueCounts(TEString(L"label"), TEQueryFilter(), counts, &error),
+                 qPrintable(error));
+        QCOMPARE(int(counts.size()), 2000);
+    }
+
+    void searchesRunConcurrentlyOnWorkerThreads_data() { sources_data(); }
     void searchesRunConcurrentlyOnWorkerThreads()
     {
-        TERefPtr<TEFeatureLayer> layer = TEFeatureLayer::Open(mPath);
+        QFETCH(QString, source);
+        TERefPtr<TEFeatureLayer> layer = openCells(source);
         const long long expected = 1999LL * 2000 / 2;
         std::vector<std::future<long long>> jobs;
         for (int i = 0; i < 4; ++i)
@@ -105,9 +210,11 @@ private Q_SLOTS:
         QCOMPARE(sumOverCursor(layer.get()), 1000LL);
     }
 
+    void badFilterGivesNoCursorAndAnError_data() { sources_data(); }
     void badFilterGivesNoCursorAndAnError()
     {
-        TERefPtr<TEFeatureLayer> layer = TEFeatureLayer::Open(mPath);
+        QFETCH(QString, source);
+        TERefPtr<TEFeatureLayer> layer = openCells(source);
         QString error;
         QVERIFY(!layer->Search(TEQueryFilter(TEString(L"nosuchfield > 3")), &error));
         QVERIFY(!error.isEmpty());

@@ -1,4 +1,5 @@
 #include "DataFixtures.h"
+#include "PostgisServer.h"
 #include "TestRegistry.h"
 
 #include "data/TEFeatureTable.h"
@@ -31,16 +32,20 @@ QStringList describe(const std::vector<TEString>& values)
     return out;
 }
 
-// What a plain cursor scan sees: the reference every collection must match.
+// What a plain cursor scan sees, taken in FID order: the reference every
+// collection must match. (A server table's scan gives rows in storage order,
+// which an update changes; files give them in FID order anyway.)
 QStringList cursorCounts(const TEFeatureLayer& layer, const QString& field, const TEQueryFilter& filter)
 {
+    std::map<int, QString> byFid;
+    TERefPtr<TEFeatureCursor> cursor = layer.Search(filter);
+    while (TERefPtr<TEFeature> feature = cursor->NextFeature())
+        byFid[feature->GetId()] = feature->GetValue(TEString(field)).ToString().toQString();
     QStringList order;
     QHash<QString, int> counts;
-    TERefPtr<TEFeatureCursor> cursor = layer.Search(filter);
-    while (TERefPtr<TEFeature> feature = cursor->NextFeature()) {
-        const QString text = feature->GetValue(TEString(field)).ToString().toQString();
-        if (counts[text]++ == 0)
-            order << text;
+    for (const auto& entry : byFid) {
+        if (counts[entry.second]++ == 0)
+            order << entry.second;
     }
     QStringList out;
     for (const QString& text : order)
@@ -108,6 +113,19 @@ private Q_SLOTS:
         QCOMPARE(DataFixtures::writeVector(mShp, "ESRI Shapefile", QStringLiteral("values"), wkbPoint, kFields,
                                            sampleRows()),
                  QString());
+        PostgisServer& server = PostgisServer::Shared();
+        QVERIFY2(server.IsRunning(), qPrintable(server.Error()));
+        QCOMPARE(DataFixtures::writeVector(server.GdalSource(), "PostgreSQL", QStringLiteral("values"), wkbPoint,
+                                           kFields, sampleRows()),
+                 QString());
+    }
+
+    // The sample layer from the named source: "gpkg", "shp" or "postgis".
+    TERefPtr<TEFeatureLayer> openSample(const QString& source) const
+    {
+        if (source == QLatin1String("postgis"))
+            return TEFeatureLayer::Open(PostgisServer::Shared().GdalSource(), QStringLiteral("values"));
+        return TEFeatureLayer::Open(source == QLatin1String("gpkg") ? mGpkg : mShp);
     }
 
     void countsFollowFirstMetOrderAndMergeNullWithEmpty()
@@ -125,7 +143,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("source");
         QTest::addColumn<QString>("field");
         QTest::addColumn<QString>("where");
-        for (const char* source : {"gpkg", "shp"}) {
+        for (const char* source : {"gpkg", "shp", "postgis"}) {
             for (const char* field : {"kind", "code", "score", "FID"}) {
                 QTest::newRow(qPrintable(QStringLiteral("%1 %2").arg(source, field)))
                     << source << field << QString();
@@ -139,7 +157,7 @@ private Q_SLOTS:
         QFETCH(QString, source);
         QFETCH(QString, field);
         QFETCH(QString, where);
-        TERefPtr<TEFeatureLayer> layer = TEFeatureLayer::Open(source == QLatin1String("gpkg") ? mGpkg : mShp);
+        TERefPtr<TEFeatureLayer> layer = openSample(source);
         QVERIFY(layer);
         TEQueryFilter filter{TEString(where)};
         layer->SetQueryFilter(filter);
@@ -160,6 +178,10 @@ private Q_SLOTS:
             if (source == QLatin1String("gpkg") && (field == QLatin1String("kind") || field == QLatin1String("code"))
                 && method != TEFeatureTable::Method::Automatic)
                 QCOMPARE(int(table->GetLastMethod()), int(method));
+            // The server groups and counts strings and integers itself.
+            if (source == QLatin1String("postgis") && (field == QLatin1String("kind") || field == QLatin1String("code"))
+                && (method == TEFeatureTable::Method::Automatic || method == TEFeatureTable::Method::PushDown))
+                QCOMPARE(int(table->GetLastMethod()), int(TEFeatureTable::Method::PushDown));
 
             std::vector<TEString> values;
             QVERIFY2(table->GetDistinctValues(TEString(field), values, &error), qPrintable(error));
@@ -174,7 +196,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("source");
         QTest::addColumn<QString>("field");
         QTest::addColumn<QString>("where");
-        for (const char* source : {"gpkg", "shp", "memory"}) {
+        for (const char* source : {"gpkg", "shp", "memory", "postgis"}) {
             for (const char* field : {"kind", "code"}) {
                 QTest::newRow(qPrintable(QStringLiteral("%1 %2").arg(source, field))) << source << field << QString();
                 QTest::newRow(qPrintable(QStringLiteral("%1 %2 filtered").arg(source, field)))
@@ -191,6 +213,12 @@ private Q_SLOTS:
         TERefPtr<TEFeatureLayer> layer;
         if (source == QLatin1String("memory")) {
             layer = memoryLayer();
+        } else if (source == QLatin1String("postgis")) {
+            // A table of its own per case: the edits are saved.
+            const QString table = QStringLiteral("edited_%1%2").arg(field, where.isEmpty() ? "" : "_filtered");
+            const QString server = PostgisServer::Shared().GdalSource();
+            QCOMPARE(DataFixtures::writeVector(server, "PostgreSQL", table, wkbPoint, kFields, sampleRows()), QString());
+            layer = TEFeatureLayer::Open(server, table);
         } else {
             const QString path = dir.filePath(QStringLiteral("edited.") + source);
             QCOMPARE(DataFixtures::writeVector(path, source == QLatin1String("gpkg") ? "GPKG" : "ESRI Shapefile",
@@ -296,9 +324,19 @@ private Q_SLOTS:
                  int(M::Cursor));
     }
 
+    void sources_data()
+    {
+        QTest::addColumn<QString>("source");
+        QTest::newRow("gpkg") << QStringLiteral("gpkg");
+        QTest::newRow("postgis") << QStringLiteral("postgis");
+    }
+
+    void filterRestrictsValues_data() { sources_data(); }
     void filterRestrictsValues()
     {
-        TERefPtr<TEFeatureLayer> layer = TEFeatureLayer::Open(mGpkg);
+        QFETCH(QString, source);
+        TERefPtr<TEFeatureLayer> layer = openSample(source);
+        QVERIFY(layer);
         std::vector<TEFeatureTable::ValueCount> counts;
         QVERIFY(layer->GetDatasource()->GetValueCounts(TEString(L"kind"), TEQueryFilter(TEString(L"code = 1")), counts));
         QCOMPARE(describe(counts), QStringList({"=1", "urban=1"}));
@@ -309,9 +347,13 @@ private Q_SLOTS:
         QCOMPARE(describe(counts), QStringList({"lake=1", "=1", "forest=1"}));
     }
 
+    void errorsForUnknownFieldsAndBadFilters_data() { sources_data(); }
     void errorsForUnknownFieldsAndBadFilters()
     {
-        TERefPtr<TEFeatureTable> table = TEFeatureLayer::Open(mGpkg)->GetDatasource();
+        QFETCH(QString, source);
+        TERefPtr<TEFeatureLayer> layer = openSample(source);
+        QVERIFY(layer);
+        TERefPtr<TEFeatureTable> table = layer->GetDatasource();
         std::vector<TEString> values;
         QString error;
         QVERIFY(!table->GetDistinctValues(TEString(L"nope"), TEQueryFilter(), values, &error));
@@ -322,6 +364,85 @@ private Q_SLOTS:
         error.clear();
         QVERIFY(!table->GetDistinctValues(TEString(L"kind"), TEQueryFilter(TEString(L"kind = = 1")), values, &error));
         QVERIFY(!error.isEmpty());
+    }
+
+    // Server tables of every kind the panels meet: polygons with mixed-case,
+    // reserved and quoted column names and values with quotes, unicode and
+    // nulls; lines; a table without a primary key; a view. Every reading
+    // method gives what a cursor scan gives.
+    void serverTablesEqualCursorScan_data()
+    {
+        QTest::addColumn<QString>("table");
+        QTest::addColumn<QString>("field");
+        QTest::addColumn<QString>("where");
+        const QString hostile = QStringLiteral("\"select\" = 'O''Brien' OR \"Owner Name\" IS NULL");
+        for (const char* table : {"Parcels", "parcel_view", "nopk"}) {
+            for (const char* field : {"select", "Owner Name", "odd\"name", "n"}) {
+                QTest::newRow(qPrintable(QStringLiteral("%1 %2").arg(table, field))) << table << field << QString();
+                QTest::newRow(qPrintable(QStringLiteral("%1 %2 filtered").arg(table, field)))
+                    << table << field << hostile;
+            }
+        }
+        QTest::newRow("roads kind") << "roads" << "kind" << QString();
+        QTest::newRow("roads kind filtered") << "roads" << "kind" << QStringLiteral("kind <> 'track'");
+    }
+    void serverTablesEqualCursorScan()
+    {
+        QFETCH(QString, table);
+        QFETCH(QString, field);
+        QFETCH(QString, where);
+        QVERIFY(loadServerTables());
+        QString error;
+        TERefPtr<TEFeatureLayer> layer = TEFeatureLayer::Open(PostgisServer::Shared().GdalSource(), table, &error);
+        QVERIFY2(layer, qPrintable(error));
+        const TEQueryFilter filter{TEString(where)};
+        const QStringList expected = cursorCounts(*layer, field, filter);
+        QVERIFY(!expected.isEmpty());
+        for (TEFeatureTable::Method method : kMethods) {
+            TERefPtr<TEFeatureTable> table = layer->GetDatasource();
+            table->SetMethod(method);
+            std::vector<TEFeatureTable::ValueCount> counts;
+            QVERIFY2(table->GetValueCounts(TEString(field), filter, counts, &error), qPrintable(error));
+            QCOMPARE(describe(counts), expected);
+        }
+        if (table == QLatin1String("Parcels") && field == QLatin1String("select") && where.isEmpty())
+            QCOMPARE(expected, QStringList({"O'Brien=2", "say \"hi\"=1", "=2", "Zürich=1", "東京=1", "a;b=1"}));
+    }
+
+    // A filter is the user's condition and nothing more: text that would
+    // close the condition and run a statement of its own is refused by
+    // every reading path before it reaches the server.
+    void hostileFiltersNeverRunOnTheServer_data()
+    {
+        QTest::addColumn<QString>("where");
+        QTest::newRow("statement") << QStringLiteral("n = 1); DROP TABLE \"Parcels\"; --");
+        QTest::newRow("comment") << QStringLiteral("n = 1 /* */); DELETE FROM \"Parcels\" WHERE (1 = 1");
+        QTest::newRow("stacked") << QStringLiteral("1 = 1; UPDATE \"Parcels\" SET n = 0");
+        QTest::newRow("union") << QStringLiteral("n = 1) UNION SELECT usename, 1, 1 FROM pg_user --");
+    }
+    void hostileFiltersNeverRunOnTheServer()
+    {
+        QFETCH(QString, where);
+        QVERIFY(loadServerTables());
+        PostgisServer& server = PostgisServer::Shared();
+        TERefPtr<TEFeatureLayer> layer = TEFeatureLayer::Open(server.GdalSource(), QStringLiteral("Parcels"));
+        QVERIFY(layer);
+        const TEQueryFilter filter{TEString(where)};
+        QString error;
+        QVERIFY(!layer->Search(filter, &error));
+        QVERIFY(!error.isEmpty());
+        for (TEFeatureTable::Method method : kMethods) {
+            TERefPtr<TEFeatureTable> table = layer->GetDatasource();
+            table->SetMethod(method);
+            std::vector<TEFeatureTable::ValueCount> counts;
+            error.clear();
+            QVERIFY(!table->GetValueCounts(TEString(L"select"), filter, counts, &error));
+            QVERIFY(!error.isEmpty());
+        }
+        QCOMPARE(server.Query(QStringLiteral("SELECT count(*) || ':' || sum(n) FROM \"Parcels\"")),
+                 QStringLiteral("8:36"));
+        // Refused on the client: the text never reached the server at all.
+        QVERIFY2(!server.Log().contains(where), qPrintable(where));
     }
 
     void memoryLayerScansTheSame()
@@ -337,6 +458,43 @@ private Q_SLOTS:
     }
 
 private:
+    // Loads the server tables once.
+    bool loadServerTables()
+    {
+        if (mServerTablesLoaded)
+            return true;
+        PostgisServer& server = PostgisServer::Shared();
+        const std::vector<Field> fields = {{QStringLiteral("select"), OFTString},
+                                           {QStringLiteral("Owner Name"), OFTString},
+                                           {QStringLiteral("odd\"name"), OFTString},
+                                           {QStringLiteral("n"), OFTInteger}};
+        const char* selects[] = {"O'Brien", "say \"hi\"", nullptr, "Zürich", "O'Brien", "東京", "", "a;b"};
+        const char* owners[] = {"Ann", nullptr, "Bé", "Ann", "Ann", nullptr, "Carl", "Bé"};
+        std::vector<Row> parcels;
+        for (int i = 0; i < 8; ++i) {
+            const int x = i * 10;
+            parcels.push_back({QStringLiteral("POLYGON ((%1 0,%2 0,%2 10,%1 10,%1 0))").arg(x).arg(x + 10),
+                               {selects[i] ? TEVariant(selects[i]) : TEVariant(), owners[i] ? TEVariant(owners[i]) : TEVariant(),
+                                TEVariant(i % 3 ? "x'y" : "--"), TEVariant(i + 1)}});
+        }
+        std::vector<Row> roads;
+        for (int i = 0; i < 6; ++i)
+            roads.push_back({QStringLiteral("LINESTRING (%1 0,%1 50)").arg(i),
+                             {TEVariant(i % 2 ? "track" : i % 3 ? "main" : "lane")}});
+        const QString source = server.GdalSource();
+        if (!DataFixtures::writeVector(source, "PostgreSQL", QStringLiteral("Parcels"), wkbPolygon, fields, parcels).isEmpty()
+            || !DataFixtures::writeVector(source, "PostgreSQL", QStringLiteral("roads"), wkbLineString,
+                                          {{QStringLiteral("kind"), OFTString}}, roads).isEmpty())
+            return false;
+        // A view over the table, and a copy of it without a primary key.
+        if (!server.Exec(QStringLiteral("CREATE OR REPLACE VIEW parcel_view AS SELECT * FROM \"Parcels\" WHERE n <> 4"))
+            || !server.Exec(QStringLiteral("DROP TABLE IF EXISTS nopk; CREATE TABLE nopk AS SELECT * FROM \"Parcels\"")))
+            return false;
+        mServerTablesLoaded = true;
+        return true;
+    }
+
+    bool mServerTablesLoaded = false;
     QTemporaryDir mDir;
     QString mGpkg;
     QString mShp;
