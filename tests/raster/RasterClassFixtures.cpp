@@ -27,25 +27,25 @@ using namespace TZObjects;
 
 namespace RasterClassFixtures {
 
-QString writeRaster(const QString& folder, const QString& name, const RasterSpec& spec)
+QString writeRaster(const QString& folder, const QString& name, const RasterContent& content)
 {
     GDALAllRegister();
     const QString path = QDir(folder).filePath(name);
     GDALDriverH driver = GDALGetDriverByName("GTiff");
     const char* options[] = {"SPARSE_OK=TRUE", nullptr};
-    GDALDatasetH dataset = GDALCreate(driver, path.toUtf8().constData(), spec.width, spec.height, 1, spec.type,
+    GDALDatasetH dataset = GDALCreate(driver, path.toUtf8().constData(), content.width, content.height, 1, content.type,
                                       const_cast<char**>(options));
     if (!dataset)
         return QString();
     double transform[6] = {0.0, 1.0, 0.0, 0.0, 0.0, -1.0};
     GDALSetGeoTransform(dataset, transform);
     GDALRasterBandH band = GDALGetRasterBand(dataset, 1);
-    if (spec.hasNoData)
-        GDALSetRasterNoDataValue(band, spec.noData);
-    if (!spec.colorTable.empty()) {
+    if (content.hasNoData)
+        GDALSetRasterNoDataValue(band, content.noData);
+    if (!content.colorTable.empty()) {
         GDALColorTableH table = GDALCreateColorTable(GPI_RGB);
-        for (size_t i = 0; i < spec.colorTable.size(); ++i) {
-            const QRgb c = spec.colorTable[i];
+        for (size_t i = 0; i < content.colorTable.size(); ++i) {
+            const QRgb c = content.colorTable[i];
             const GDALColorEntry entry{short(qRed(c)), short(qGreen(c)), short(qBlue(c)), short(qAlpha(c))};
             GDALSetColorEntry(table, int(i), &entry);
         }
@@ -53,10 +53,10 @@ QString writeRaster(const QString& folder, const QString& name, const RasterSpec
         GDALDestroyColorTable(table);
     }
     bool written = true;
-    if (!spec.values.empty()) {
-        std::vector<double> values = spec.values;
-        written = GDALRasterIO(band, GF_Write, 0, 0, spec.width, spec.height, values.data(), spec.width,
-                               spec.height, GDT_Float64, 0, 0) == CE_None;
+    if (!content.values.empty()) {
+        std::vector<double> values = content.values;
+        written = GDALRasterIO(band, GF_Write, 0, 0, content.width, content.height, values.data(), content.width,
+                               content.height, GDT_Float64, 0, 0) == CE_None;
     }
     GDALClose(dataset);
     return written ? path : QString();

@@ -20,7 +20,7 @@ class TZRenderPanel;
 // and colour-map page tests.
 namespace RasterClassFixtures {
 
-struct RasterSpec
+struct RasterContent
 {
     int width = 0;
     int height = 0;
@@ -33,7 +33,7 @@ struct RasterSpec
 
 // Writes the raster as a GeoTIFF in folder (one map unit a pixel, top left
 // at 0,0) and returns its path; empty on failure.
-QString writeRaster(const QString& folder, const QString& name, const RasterSpec& spec);
+QString writeRaster(const QString& folder, const QString& name, const RasterContent& content);
 
 // Opens path as a raster layer with a single-band stretch render on band 1.
 TZObjects::TERefPtr<TZObjects::TERasterLayer> openWithStretch(const QString& path);

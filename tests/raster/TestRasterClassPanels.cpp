@@ -89,24 +89,24 @@ class TestRasterClassPanel : public QObject
 
     // 0 to 100 across the first row; the second row repeats it with no-data
     // (-1) in every other pixel.
-    static RasterSpec zeroToHundred()
+    static RasterContent zeroToHundred()
     {
-        RasterSpec spec;
-        spec.width = 101;
-        spec.height = 2;
-        spec.type = GDT_Float32;
-        spec.hasNoData = true;
-        spec.noData = -1.0;
+        RasterContent content;
+        content.width = 101;
+        content.height = 2;
+        content.type = GDT_Float32;
+        content.hasNoData = true;
+        content.noData = -1.0;
         for (int row = 0; row < 2; ++row) {
             for (int x = 0; x <= 100; ++x)
-                spec.values.push_back(row == 1 && x % 2 ? -1.0 : double(x));
+                content.values.push_back(row == 1 && x % 2 ? -1.0 : double(x));
         }
-        return spec;
+        return content;
     }
 
-    bool openOn(const RasterSpec& spec)
+    bool openOn(const RasterContent& content)
     {
-        mLayer = openWithStretch(writeRaster(mDir.path(), QStringLiteral("class.tif"), spec));
+        mLayer = openWithStretch(writeRaster(mDir.path(), QStringLiteral("class.tif"), content));
         if (!mLayer)
             return false;
         mPage = qobject_cast<TzImageRenderClassDialog*>(showPage(mLayer.get(), QStringLiteral("Image Class")));
@@ -204,7 +204,7 @@ private Q_SLOTS:
 
     void equalMinimumAndMaximumIgnoresTheClassCount()
     {
-        RasterSpec flat;
+        RasterContent flat;
         flat.width = 3;
         flat.height = 3;
         flat.type = GDT_Int16;
@@ -273,24 +273,24 @@ class TestRasterUniquePanel : public QObject
     QTemporaryDir mDir;
     TERefPtr<TERasterLayer> mLayer;
 
-    TzImageRenderUniqueDialog* openOn(const RasterSpec& spec)
+    TzImageRenderUniqueDialog* openOn(const RasterContent& content)
     {
-        mLayer = openWithStretch(writeRaster(mDir.path(), QStringLiteral("unique.tif"), spec));
+        mLayer = openWithStretch(writeRaster(mDir.path(), QStringLiteral("unique.tif"), content));
         if (!mLayer)
             return nullptr;
         return qobject_cast<TzImageRenderUniqueDialog*>(showPage(mLayer.get(), QStringLiteral("Image Unique")));
     }
 
-    static RasterSpec smallCodes()
+    static RasterContent smallCodes()
     {
-        RasterSpec spec;
-        spec.width = 4;
-        spec.height = 2;
-        spec.type = GDT_Int16;
-        spec.hasNoData = true;
-        spec.noData = -1.0;
-        spec.values = {5, -3, 5, 12, 12, -1, 7, 5};
-        return spec;
+        RasterContent content;
+        content.width = 4;
+        content.height = 2;
+        content.type = GDT_Int16;
+        content.hasNoData = true;
+        content.noData = -1.0;
+        content.values = {5, -3, 5, 12, 12, -1, 7, 5};
+        return content;
     }
 
 private Q_SLOTS:
@@ -352,7 +352,7 @@ private Q_SLOTS:
         QFETCH(int, answer);
         QFETCH(bool, asked);
         QFETCH(int, rows);
-        RasterSpec sparse;
+        RasterContent sparse;
         sparse.width = width;
         sparse.height = height;
         sparse.type = GDT_Byte;
@@ -375,7 +375,7 @@ private Q_SLOTS:
 
     void warnsThatTheTableIsIncompletePastTheValueLimit()
     {
-        RasterSpec many;
+        RasterContent many;
         many.width = 300;
         many.height = 300;
         many.type = GDT_Float32;
@@ -398,9 +398,9 @@ class TestRasterColormapPanel : public QObject
     QTemporaryDir mDir;
     TERefPtr<TERasterLayer> mLayer;
 
-    TzImageRenderColormapDialog* openOn(const RasterSpec& spec)
+    TzImageRenderColormapDialog* openOn(const RasterContent& content)
     {
-        mLayer = openWithStretch(writeRaster(mDir.path(), QStringLiteral("palette.tif"), spec));
+        mLayer = openWithStretch(writeRaster(mDir.path(), QStringLiteral("palette.tif"), content));
         if (!mLayer)
             return nullptr;
         return qobject_cast<TzImageRenderColormapDialog*>(showPage(mLayer.get(), QStringLiteral("Image Colormap")));
@@ -416,13 +416,13 @@ private Q_SLOTS:
 
     void showsTheColourTableAndDrawsAnEditedEntry()
     {
-        RasterSpec spec;
-        spec.width = 4;
-        spec.height = 1;
-        spec.type = GDT_Byte;
-        spec.values = {0, 1, 2, 3};
-        spec.colorTable = {qRgba(0, 0, 0, 0), qRgb(10, 20, 30), qRgb(40, 50, 60), qRgb(70, 80, 90)};
-        TzImageRenderColormapDialog* page = openOn(spec);
+        RasterContent content;
+        content.width = 4;
+        content.height = 1;
+        content.type = GDT_Byte;
+        content.values = {0, 1, 2, 3};
+        content.colorTable = {qRgba(0, 0, 0, 0), qRgb(10, 20, 30), qRgb(40, 50, 60), qRgb(70, 80, 90)};
+        TzImageRenderColormapDialog* page = openOn(content);
         QVERIFY(page);
         QCOMPARE(page->name(), QStringLiteral("ImageColormap"));
         // A TIFF palette always has 256 entries; the rest are black.
@@ -446,12 +446,12 @@ private Q_SLOTS:
 
     void anUneditedEntryKeepsItsTransparency()
     {
-        RasterSpec spec;
-        spec.width = 2;
-        spec.height = 1;
-        spec.type = GDT_Byte;
-        spec.values = {0, 1};
-        mLayer = TERasterLayer::Open(writeRaster(mDir.path(), QStringLiteral("alpha.tif"), spec));
+        RasterContent content;
+        content.width = 2;
+        content.height = 1;
+        content.type = GDT_Byte;
+        content.values = {0, 1};
+        mLayer = TERasterLayer::Open(writeRaster(mDir.path(), QStringLiteral("alpha.tif"), content));
         QVERIFY(mLayer);
         auto table = MakeRef<TEImageColormapRenderInfo>();
         table->SetRenderColorTable(0, TEColor(0, 0, 0, 0));
@@ -476,13 +476,13 @@ private Q_SLOTS:
 
     void aRasterWithoutColourTableIsRefusedWithAWarning()
     {
-        RasterSpec spec;
-        spec.width = 2;
-        spec.height = 2;
-        spec.type = GDT_Byte;
-        spec.values = {1, 2, 3, 4};
+        RasterContent content;
+        content.width = 2;
+        content.height = 2;
+        content.type = GDT_Byte;
+        content.values = {1, 2, 3, 4};
         TzImageRenderColormapDialog* page = nullptr;
-        const QList<SeenBox> boxes = answerBoxesDuring(QMessageBox::Ok, [&] { page = openOn(spec); });
+        const QList<SeenBox> boxes = answerBoxesDuring(QMessageBox::Ok, [&] { page = openOn(content); });
         QVERIFY(page);
         QCOMPARE(boxes.size(), 1);
         QCOMPARE(boxes[0].title, QStringLiteral("Warning"));

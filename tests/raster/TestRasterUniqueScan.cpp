@@ -15,11 +15,11 @@ using namespace RasterClassFixtures;
 namespace {
 
 // What a plain walk over the values finds: distinct, no-data and NaN left out.
-std::vector<double> reference(const RasterSpec& spec)
+std::vector<double> reference(const RasterContent& content)
 {
     std::set<double> found;
-    for (double value : spec.values) {
-        if (!std::isnan(value) && !(spec.hasNoData && value == spec.noData))
+    for (double value : content.values) {
+        if (!std::isnan(value) && !(content.hasNoData && value == content.noData))
             found.insert(value);
     }
     return std::vector<double>(found.begin(), found.end());
@@ -33,9 +33,9 @@ class TestRasterUniqueScan : public QObject
 
     QTemporaryDir mDir;
 
-    TERefPtr<TERasterProps> open(const RasterSpec& spec)
+    TERefPtr<TERasterProps> open(const RasterContent& content)
     {
-        const QString path = writeRaster(mDir.path(), QStringLiteral("scan.tif"), spec);
+        const QString path = writeRaster(mDir.path(), QStringLiteral("scan.tif"), content);
         return path.isEmpty() ? TERefPtr<TERasterProps>() : TERasterProps::Open(path);
     }
 
@@ -68,14 +68,14 @@ private Q_SLOTS:
         QFETCH(bool, hasNoData);
         QFETCH(double, noData);
         QVERIFY(mDir.isValid());
-        RasterSpec spec;
-        spec.width = 3;
-        spec.height = 2;
-        spec.type = GDALDataType(type);
-        spec.values = values;
-        spec.hasNoData = hasNoData;
-        spec.noData = noData;
-        const TERefPtr<TERasterProps> raster = open(spec);
+        RasterContent content;
+        content.width = 3;
+        content.height = 2;
+        content.type = GDALDataType(type);
+        content.values = values;
+        content.hasNoData = hasNoData;
+        content.noData = noData;
+        const TERefPtr<TERasterProps> raster = open(content);
         QVERIFY(raster);
 
         TEImageUniqueRenderInfo info;
@@ -88,7 +88,7 @@ private Q_SLOTS:
             found.push_back(value);
         }
         // Float32 stores 0.1 as its nearest float: compare with what was written.
-        std::vector<double> expected = reference(spec);
+        std::vector<double> expected = reference(content);
         if (type == GDT_Float32) {
             for (double& value : expected)
                 value = double(float(value));
@@ -107,23 +107,23 @@ private Q_SLOTS:
         QFETCH(int, type);
         // Far more rows than one read takes, and a last read cut short; each
         // value occurs in one place only, spread over the whole raster.
-        RasterSpec spec;
-        spec.width = 3001;
-        spec.height = 1103;
-        spec.type = GDALDataType(type);
-        spec.hasNoData = true;
-        spec.noData = 0.0;
-        spec.values.assign(size_t(spec.width) * spec.height, 0.0);
-        for (int y = 0; y < spec.height; ++y)
-            spec.values[size_t(y) * spec.width + size_t((y * 37) % spec.width)] = y - 600;
-        spec.values.back() = 9999;
-        const TERefPtr<TERasterProps> raster = open(spec);
+        RasterContent content;
+        content.width = 3001;
+        content.height = 1103;
+        content.type = GDALDataType(type);
+        content.hasNoData = true;
+        content.noData = 0.0;
+        content.values.assign(size_t(content.width) * content.height, 0.0);
+        for (int y = 0; y < content.height; ++y)
+            content.values[size_t(y) * content.width + size_t((y * 37) % content.width)] = y - 600;
+        content.values.back() = 9999;
+        const TERefPtr<TERasterProps> raster = open(content);
         QVERIFY(raster);
         std::vector<double> found;
         bool complete = false;
         QVERIFY(TEImageUniqueRenderInfo::CollectValues(raster.get(), 1, found, complete));
         QVERIFY(complete);
-        QCOMPARE(found, reference(spec));
+        QCOMPARE(found, reference(content));
     }
 
     void scanStopsPastTheValueLimit_data()
@@ -137,13 +137,13 @@ private Q_SLOTS:
     {
         QFETCH(int, distinct);
         QFETCH(bool, complete);
-        RasterSpec spec;
-        spec.width = 512;
-        spec.height = 130;
-        spec.type = GDT_Int32;
-        for (int i = 0; i < spec.width * spec.height; ++i)
-            spec.values.push_back(i < distinct ? i * 3 : 0);
-        const TERefPtr<TERasterProps> raster = open(spec);
+        RasterContent content;
+        content.width = 512;
+        content.height = 130;
+        content.type = GDT_Int32;
+        for (int i = 0; i < content.width * content.height; ++i)
+            content.values.push_back(i < distinct ? i * 3 : 0);
+        const TERefPtr<TERasterProps> raster = open(content);
         QVERIFY(raster);
         TEImageUniqueRenderInfo info;
         QVERIFY(info.AddFromRaster(raster.get(), 1));
