@@ -3,12 +3,13 @@
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 build=${TZ_BUILD_DIR:-$root/build}
-# Paths relative to the tree, and precompiled headers allowed, so that
-# ccache serves one checkout's objects to another (git worktrees, CI clones).
+# ccache keys every compile on its absolute paths, so each checkout has its
+# own entries. A precompiled header made in one folder and served from the
+# cache to another crashes GCC 12 (an internal compiler error in every compile
+# that includes it), so no base directory is shared between checkouts.
 # ccache's check for sources changed while they compile stays on: without it
 # a file edited during a build is stored under its old contents' key.
-export CCACHE_BASEDIR=${CCACHE_BASEDIR:-$root}
-export CCACHE_NOHASHDIR=1
+unset CCACHE_BASEDIR CCACHE_NOHASHDIR
 export CCACHE_SLOPPINESS=${CCACHE_SLOPPINESS:-pch_defines,time_macros}
 if [ ! -f "$build/build.ninja" ]; then
   cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo

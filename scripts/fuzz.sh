@@ -13,8 +13,8 @@ shift || true
 targets=("$@")
 [ ${#targets[@]} -eq 0 ] && targets=(fuzz_project fuzz_render fuzz_styledb)
 
-export CCACHE_BASEDIR=${CCACHE_BASEDIR:-$root}
-export CCACHE_NOHASHDIR=1
+# As in scripts/build.sh: no ccache base directory shared between checkouts.
+unset CCACHE_BASEDIR CCACHE_NOHASHDIR
 export CCACHE_SLOPPINESS=${CCACHE_SLOPPINESS:-pch_defines,time_macros}
 if [ ! -f "$build/build.ninja" ]; then
   flags="-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer"
