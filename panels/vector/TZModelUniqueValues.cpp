@@ -21,7 +21,9 @@
 
 using namespace TZObjects;
 
-Q_LOGGING_CATEGORY(lcUniqueValues, "tzrender.panels.vector")
+// The collection's timing lines are for whoever tunes it: off unless
+// QT_LOGGING_RULES="tzrender.panels.vector.debug=true" turns them on.
+Q_LOGGING_CATEGORY(lcUniqueValues, "tzrender.panels.vector", QtInfoMsg)
 
 const QString TZModelUniqueValues::AllOtherValues = QStringLiteral("<all other values>");
 const TEColor TZModelUniqueValues::DefaultSymbolColor = TEColor(185, 185, 185);
