@@ -11,7 +11,7 @@ build=${TZ_FUZZ_BUILD_DIR:-$root/build-fuzz}
 seconds=${1:-60}
 shift || true
 targets=("$@")
-[ ${#targets[@]} -eq 0 ] && targets=(fuzz_project fuzz_render fuzz_styledb)
+[ ${#targets[@]} -eq 0 ] && targets=(fuzz_project fuzz_render fuzz_styledb fuzz_grading_values)
 
 # As in scripts/build.sh: no ccache base directory shared between checkouts.
 unset CCACHE_BASEDIR CCACHE_NOHASHDIR

@@ -40,7 +40,7 @@ TERefPtr<TEFeature> TEFeatureCursor::NextFeature()
             return {};
         return mFeatures[mNext++];
     }
-    OGRFeatureH feature = OGR_L_GetNextFeature(mLayer);
+    OGRFeatureH feature = ReadOgrFeature();
     if (!feature)
         return {};
     return MakeRef<TEFeature>(feature, mFields);
@@ -53,7 +53,20 @@ OGRFeatureH TEFeatureCursor::NextOgrFeature()
             return nullptr;
         return OGR_F_Clone(mFeatures[mNext++]->GetHandle());
     }
-    return OGR_L_GetNextFeature(mLayer);
+    return ReadOgrFeature();
+}
+
+OGRFeatureH TEFeatureCursor::ReadOgrFeature()
+{
+    OGRFeatureH feature = OGR_L_GetNextFeature(mLayer);
+    while (feature && mSkipWithoutGeometry) {
+        OGRGeometryH geometry = OGR_F_GetGeometryRef(feature);
+        if (geometry && !OGR_G_IsEmpty(geometry))
+            break;
+        OGR_F_Destroy(feature);
+        feature = OGR_L_GetNextFeature(mLayer);
+    }
+    return feature;
 }
 
 TERefPtr<TEFields> TEFeatureCursor::GetFields() const

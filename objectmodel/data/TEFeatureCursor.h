@@ -36,15 +36,21 @@ public:
     // scans that read one field and want no per-feature allocation beyond OGR's.
     OGRFeatureH NextOgrFeature();
 
+    // When set, features with no geometry, or an empty one, are skipped.
+    void SetSkipFeaturesWithoutGeometry(bool skip) { mSkipWithoutGeometry = skip; }
+
     // The fields of the features (those of the first feature for a cursor
     // over given features; empty when there are none).
     TERefPtr<TEFields> GetFields() const;
 
 private:
+    OGRFeatureH ReadOgrFeature();
+
     GDALDatasetH mDataset = nullptr;
     TEHandlePool::Lease mLease;
     OGRLayerH mLayer = nullptr;
     bool mResultSet = false;
+    bool mSkipWithoutGeometry = false;
     TERefPtr<TEFields> mFields;
     std::vector<TERefPtr<TEFeature>> mFeatures;
     size_t mNext = 0;

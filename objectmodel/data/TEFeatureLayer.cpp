@@ -192,9 +192,34 @@ TERefPtr<TEFeatureCursor> TEFeatureLayer::Search(const TEQueryFilter& filter, QS
             *error = QStringLiteral("Layer \"%1\" is gone from \"%2\".").arg(mSourceLayerName, GetSource());
         return {};
     }
-    if (!PrepareLayer(layer, filter, error))
+    // A rectangle holding the whole layer filters nothing, but the driver
+    // still tests every feature against it (a GeoPackage walks its R-tree).
+    // The layer is then read plainly and the cursor drops the features
+    // without geometry, which the rectangle would have left out. Servers keep
+    // their rectangle: their extent may be an estimate.
+    TEQueryFilter effective = filter;
+    const bool wholeLayer = filter.HasSpatialRect() && GetDriverName() != QLatin1String("PostgreSQL")
+        && CoversLayer(layer, filter.GetSpatialRect());
+    if (wholeLayer) {
+        effective.ClearSpatialRect();
+        effective.SetGeometryNeeded(true);
+    }
+    if (!PrepareLayer(layer, effective, error))
         return {};
-    return MakeRef<TEFeatureCursor>(std::move(dataset), layer, mFields);
+    TERefPtr<TEFeatureCursor> cursor = MakeRef<TEFeatureCursor>(std::move(dataset), layer, mFields);
+    cursor->SetSkipFeaturesWithoutGeometry(wholeLayer);
+    return cursor;
+}
+
+bool TEFeatureLayer::CoversLayer(OGRLayerH layer, const QRectF& rect)
+{
+    // Only an extent the source already knows: computing one would read
+    // every feature, the very cost this saves.
+    OGREnvelope envelope;
+    if (OGR_L_GetExtent(layer, &envelope, FALSE) != OGRERR_NONE)
+        return false;
+    return rect.left() <= envelope.MinX && envelope.MaxX <= rect.right() && rect.top() <= envelope.MinY
+        && envelope.MaxY <= rect.bottom();
 }
 
 TERefPtr<TEFeature> TEFeatureLayer::GetFeature(int id) const

@@ -125,6 +125,8 @@ protected:
 
     // Sets the where clause, rectangle and ignored fields of a layer handle.
     bool PrepareLayer(OGRLayerH layer, const TEQueryFilter& filter, QString* error) const;
+    // True when the source's known extent lies inside rect.
+    static bool CoversLayer(OGRLayerH layer, const QRectF& rect);
     static bool WriteEditsTo(OGRLayerH layer, const std::vector<TERefPtr<TEFeatureEditBuffer>>& edits, QString* error);
 
     mutable QMutex mMutex;      // guards mDataset/mLayer, shared by every thread

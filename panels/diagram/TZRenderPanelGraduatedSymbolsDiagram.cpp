@@ -1,5 +1,6 @@
 #include "TZRenderPanelGraduatedSymbolsDiagram.h"
 
+#include "TZGradingValues.h"
 #include "TZModelGraduatedSymbolsDiagram.h"
 
 #include "ui_TZRenderPanelGraduatedSymbolsDiagram.h"
@@ -104,7 +105,7 @@ bool TZRenderPanelGraduatedSymbolsDiagram::onApply()
         double lower = 0.0;
         double upper = 0.0;
         // The catch-all row and rows that are not two numbers make no class.
-        if (!TZModelGradingSymbol::parseRange(range, lower, upper))
+        if (!TZGradingValues::parseRange(range, lower, upper))
             continue;
         // The first class row is taken as it is.
         if (row != 1) {
@@ -162,7 +163,7 @@ void TZRenderPanelGraduatedSymbolsDiagram::onReset()
     showFieldAndLevel(layer, render->expression().toQString(), render->level());
     mModel->prepareRanges(this);
     for (const TEGraduatedSymbolsDiagramItem& item : render->items()) {
-        const QString range = TZModelGradingSymbol::formatRange(item.lower(), item.upper());
+        const QString range = TZGradingValues::formatRange(item.lower(), item.upper());
         mModel->addItem({item.style(), range, range, mModel->countInRange(range)});
     }
 }

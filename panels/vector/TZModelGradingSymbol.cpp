@@ -1,6 +1,7 @@
 #include "TZModelGradingSymbol.h"
 
 #include "TZDialogAddValueToUniqueValue.h"
+#include "TZGradingValues.h"
 
 #include "data/TEFeature.h"
 #include "data/TEFeaturesCountEvent.h"
@@ -13,7 +14,6 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QMessageBox>
-#include <QTextStream>
 
 #include <algorithm>
 #include <cmath>
@@ -386,28 +386,11 @@ void TZModelGradingSymbol::assignColors()
     emit dataChanged(index(1, SymbolColumn), index(classes, SymbolColumn), {Qt::DecorationRole});
 }
 
-QString TZModelGradingSymbol::formatRange(double lower, double upper)
-{
-    return QString::asprintf("%01.5lf,%01.5lf", lower, upper);
-}
-
-bool TZModelGradingSymbol::parseRange(const QString& range, double& lower, double& upper)
-{
-    const QStringList parts = range.split(QLatin1Char(','));
-    if (parts.size() != 2)
-        return false;
-    bool lowerOk = false;
-    bool upperOk = false;
-    lower = parts[0].toDouble(&lowerOk);
-    upper = parts[1].toDouble(&upperOk);
-    return lowerOk && upperOk && !std::isnan(lower) && !std::isnan(upper);
-}
-
 int TZModelGradingSymbol::countInRange(const QString& range) const
 {
     double lower = 0.0;
     double upper = 0.0;
-    if (!parseRange(range, lower, upper))
+    if (!TZGradingValues::parseRange(range, lower, upper))
         return 0;
     int count = 0;
     for (double v : mValues) {
@@ -431,7 +414,7 @@ void TZModelGradingSymbol::countItems()
         mItems[row].count = 0;
         double lower = 0.0;
         double upper = 0.0;
-        if (parseRange(mItems[row].range, lower, upper))
+        if (TZGradingValues::parseRange(mItems[row].range, lower, upper))
             bounds.push_back({lower, upper, row});
     }
     std::vector<int> counts(mItems.size(), 0);
@@ -493,7 +476,7 @@ void TZModelGradingSymbol::makeClasses(bool lastAtMaximum)
     for (int i = 0; i < mLevel; ++i) {
         const double lower = i * interval + mMinimum;
         const double upper = lastAtMaximum && i == mLevel - 1 ? mMaximum : (i + 1) * interval + mMinimum;
-        mRanges.append(formatRange(lower, upper));
+        mRanges.append(TZGradingValues::formatRange(lower, upper));
     }
 }
 
@@ -627,25 +610,17 @@ void TZModelGradingSymbol::addValues(const QString& renderType, QWidget* dialogP
 
 bool TZModelGradingSymbol::importFrom(const QString& path, QWidget* dialogParent)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return false;
-    QTextStream in(&file);
-    in.setCodec("UTF-8");
     QStringList lines;
-    // A file with more lines than classes is refused whatever follows, so
-    // reading stops at the first line too many.
-    while (!in.atEnd()) {
-        lines.append(in.readLine());
-        if (lines.size() > mLevel)
-            break;
-    }
-    if (lines.isEmpty())
-        return false;
-    if (lines.size() > mLevel) {
+    switch (TZGradingValues::readFile(path, mLevel, lines)) {
+    case TZGradingValues::ReadResult::Read:
+        break;
+    case TZGradingValues::ReadResult::TooManyLines:
         QMessageBox::warning(dialogParent, tr("Warning"),
                              tr("The number of currently obtained grading symbol items is greater than the level set!"),
                              QMessageBox::Ok);
+        return false;
+    case TZGradingValues::ReadResult::Empty:
+    case TZGradingValues::ReadResult::CannotOpen:
         return false;
     }
     clear();
@@ -799,7 +774,7 @@ void TZModelGradingSymbol::applyCountChange(const QList<int>& ids, const QHash<i
     for (size_t row = 1; row < mItems.size(); ++row) {
         double lower = 0.0;
         double upper = 0.0;
-        if (!parseRange(mItems[row].range, lower, upper))
+        if (!TZGradingValues::parseRange(mItems[row].range, lower, upper))
             continue;
         for (double v : numbers) {
             if (lower <= v && v <= upper) {

@@ -89,11 +89,6 @@ public:
     // colours as there are class rows. Row 0 keeps its symbol.
     void assignColors();
 
-    // "lo,hi" with five decimals, as the classes and the values file write it.
-    static QString formatRange(double lower, double upper);
-    // Reads "lo,hi" into two numbers; false unless the text splits at ","
-    // into exactly two numbers.
-    static bool parseRange(const QString& range, double& lower, double& upper);
     // Number of read values v with lower <= v <= upper; 0 for a range that
     // is not two numbers.
     int countInRange(const QString& range) const;

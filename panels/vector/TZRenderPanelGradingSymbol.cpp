@@ -1,5 +1,6 @@
 #include "TZRenderPanelGradingSymbol.h"
 
+#include "TZGradingValues.h"
 #include "TZModelGradingSymbol.h"
 
 #include "ui_TZRenderPanelGradingSymbol.h"
@@ -51,7 +52,7 @@ bool TZRenderPanelGradingSymbol::onApply()
         if (row > 0) {
             double lower = 0.0;
             double upper = 0.0;
-            if (!TZModelGradingSymbol::parseRange(range, lower, upper)) {
+            if (!TZGradingValues::parseRange(range, lower, upper)) {
                 warnIncorrectItem();
                 return false;
             }
@@ -122,7 +123,7 @@ void TZRenderPanelGradingSymbol::onReset()
         }
         double lower = 0.0;
         double upper = 0.0;
-        if (!TZModelGradingSymbol::parseRange(value, lower, upper))
+        if (!TZGradingValues::parseRange(value, lower, upper))
             continue;
         mModel->addItem({category->GetStyle(), value, category->GetLabel().toQString(), mModel->countInRange(value)});
     }

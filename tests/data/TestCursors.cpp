@@ -8,11 +8,14 @@
 #include "data/TEMemoryFeatureLayer.h"
 
 #include <QElapsedTimer>
+#include <QFile>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
 #include <algorithm>
 #include <future>
+
+#include <ogr_api.h>
 
 using namespace TZObjects;
 using DataFixtures::Field;
@@ -116,6 +119,57 @@ private Q_SLOTS:
             found << cell->GetValue(TEString(L"n")).GetInt();
         std::sort(found.begin(), found.end());
         QCOMPARE(found, QList<int>({160, 161, 162, 210, 211, 212}));
+    }
+
+    // A view rectangle that holds the whole layer is not handed to the
+    // driver, yet the search must give what the driver's own rectangle
+    // gives: every feature with a geometry, and none without.
+    void rectangleGivesWhatOgrGives_data()
+    {
+        QTest::addColumn<QRectF>("rect");
+        QTest::newRow("holds the layer") << QRectF(QPointF(-10, -10), QPointF(100, 100));
+        QTest::newRow("equals the extent") << QRectF(QPointF(0, 0), QPointF(3, 1));
+        QTest::newRow("part of the layer") << QRectF(QPointF(0.5, 0.2), QPointF(1.5, 0.8));
+        QTest::newRow("outside the layer") << QRectF(QPointF(50, 50), QPointF(60, 60));
+    }
+    void rectangleGivesWhatOgrGives()
+    {
+        QFETCH(QRectF, rect);
+        const QString path = mDir.filePath(QStringLiteral("sparse.gpkg"));
+        if (!QFile::exists(path)) {
+            const std::vector<Field> fields = {{QStringLiteral("n"), OFTInteger}};
+            const std::vector<Row> rows = {{QStringLiteral("POLYGON ((0 0,1 0,1 1,0 1,0 0))"), {TEVariant(1)}},
+                                           {QString(), {TEVariant(2)}},
+                                           {QStringLiteral("POLYGON EMPTY"), {TEVariant(3)}},
+                                           {QStringLiteral("POLYGON ((2 0,3 0,3 1,2 1,2 0))"), {TEVariant(4)}},
+                                           {QStringLiteral("POINT (1 0.5)"), {TEVariant(5)}}};
+            QCOMPARE(DataFixtures::writeVector(path, "GPKG", QStringLiteral("sparse"), wkbUnknown, fields, rows),
+                     QString());
+        }
+        TERefPtr<TEFeatureLayer> layer = TEFeatureLayer::Open(path);
+        QVERIFY(layer);
+        TEQueryFilter box;
+        box.SetSpatialRect(rect);
+        box.SetSubFields({TEString(L"n")});
+        box.SetGeometryNeeded(false);
+        QList<int> found;
+        TERefPtr<TEFeatureCursor> cursor = layer->Search(box);
+        QVERIFY(cursor);
+        while (TERefPtr<TEFeature> feature = cursor->NextFeature())
+            found << feature->GetValue(TEString(L"n")).GetInt();
+
+        QList<int> expected;
+        GDALDatasetH dataset = GDALOpenEx(path.toUtf8().constData(), GDAL_OF_VECTOR, nullptr, nullptr, nullptr);
+        QVERIFY(dataset);
+        OGRLayerH ogrLayer = GDALDatasetGetLayer(dataset, 0);
+        OGR_L_SetSpatialFilterRect(ogrLayer, rect.left(), rect.top(), rect.right(), rect.bottom());
+        while (OGRFeatureH feature = OGR_L_GetNextFeature(ogrLayer)) {
+            expected << OGR_F_GetFieldAsInteger(feature, 0);
+            OGR_F_Destroy(feature);
+        }
+        GDALClose(dataset);
+        QCOMPARE(found, expected);
+        QVERIFY(!found.contains(2) && !found.contains(3));
     }
 
     // Drawing asks for the features in view: on a server that is a
