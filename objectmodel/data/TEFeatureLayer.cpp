@@ -239,6 +239,15 @@ int TEFeatureLayer::GetFeatureCount() const
     return int(OGR_L_GetFeatureCount(mLayer, TRUE)) + mEditBuffer->GetCountChange();
 }
 
+bool TEFeatureLayer::HasFewFeatures(int limit) const
+{
+    QMutexLocker lock(&mMutex);
+    if (!mLayer || GetDriverName() == QLatin1String("PostgreSQL") || !OGR_L_TestCapability(mLayer, OLCFastFeatureCount))
+        return false;
+    const GIntBig saved = OGR_L_GetFeatureCount(mLayer, FALSE);
+    return saved >= 0 && saved + mEditBuffer->GetCountChange() <= limit;
+}
+
 bool TEFeatureLayer::GetExtent(QRectF& extent) const
 {
     QMutexLocker lock(&mMutex);

@@ -53,6 +53,10 @@ public:
     TERefPtr<TEFeature> GetFeature(int id) const;
     // Saved features plus unsaved adds minus unsaved deletes.
     int GetFeatureCount() const;
+    // True when the source knows its feature count without reading or
+    // asking a server, and the count (edits included) is at most limit:
+    // such a layer is read faster than a worker thread starts.
+    bool HasFewFeatures(int limit) const;
 
     bool GetExtent(QRectF& extent) const override;
     QString GetSpatialReferenceWkt() const override;

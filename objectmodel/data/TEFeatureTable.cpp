@@ -1,5 +1,6 @@
 #include "data/TEFeatureTable.h"
 
+#include "data/TEArrowBatchReader.h"
 #include "data/TEGdalSupport.h"
 #include "data/TEWhereClause.h"
 
@@ -70,7 +71,12 @@ private:
         if (2 * (mRows.size() + 1) > mSlots.size())
             grow();
         const size_t hash = std::hash<std::string_view>()(key);
-        const bool inlined = key.size() <= sizeof(Slot::text);
+        const bool inlined = key.size() <= sizeof(Slot::words);
+        // A short key zero-padded as the slots hold it, so that it compares
+        // as two words.
+        uint64_t words[2] = {0, 0};
+        if (inlined)
+            std::memcpy(words, key.data(), key.size());
         for (size_t i = hash & mMask;; i = (i + 1) & mMask) {
             Slot& slot = mSlots[i];
             if (!slot.row) {
@@ -82,7 +88,7 @@ private:
                 continue;
             // Short keys are compared in the slot itself, without touching
             // the row.
-            if (inlined ? std::memcmp(slot.text, key.data(), key.size()) == 0 : mRows[slot.row - 1].key == key)
+            if (inlined ? slot.words[0] == words[0] && slot.words[1] == words[1] : mRows[slot.row - 1].key == key)
                 return mRows[slot.row - 1];
         }
     }
@@ -106,15 +112,16 @@ private:
     {
         uint32_t row = 0;
         uint32_t size = 0;
-        char text[16];
+        uint64_t words[2] = {0, 0};
     };
 
     static void fill(Slot& slot, size_t row, const std::string& key)
     {
         slot.row = uint32_t(row);
         slot.size = uint32_t(key.size());
-        if (key.size() <= sizeof(slot.text))
-            std::memcpy(slot.text, key.data(), key.size());
+        slot.words[0] = slot.words[1] = 0;
+        if (key.size() <= sizeof(slot.words))
+            std::memcpy(slot.words, key.data(), key.size());
     }
 
     std::vector<Row> mRows;
@@ -577,7 +584,9 @@ bool TEFeatureTable::ReadArrow(int fieldIndex, const TEQueryFilter& filter, RowS
         return false;
 
     const bool withFid = sink.Active();
-    char* options[] = {const_cast<char*>(withFid ? "INCLUDE_FID=YES" : "INCLUDE_FID=NO"), nullptr};
+    constexpr int64_t batchSize = 65536;
+    char* options[] = {const_cast<char*>(withFid ? "INCLUDE_FID=YES" : "INCLUDE_FID=NO"),
+                       const_cast<char*>("MAX_FEATURES_IN_BATCH=65536"), nullptr};
     ArrowArrayStream stream{};
     if (!OGR_L_GetArrowStream(layer, &stream, options))
         return false;
@@ -600,56 +609,55 @@ bool TEFeatureTable::ReadArrow(int fieldIndex, const TEQueryFilter& filter, RowS
     ok = ok && valueChild >= 0 && (!withFid || fidChild >= 0) && std::strchr("uUbcsil", kind);
 
     std::string key;
-    while (ok) {
+    {
+        // GDAL reads the next batches while this thread counts the last one.
+        TEArrowBatchReader reader(stream, batchSize);
         ArrowArray batch{};
-        if (stream.get_next(&stream, &batch) != 0) {
-            ok = false;
-            break;
-        }
-        if (!batch.release)
-            break;
-        const ArrowArray* values = batch.children[valueChild];
-        const ArrowArray* fids = withFid ? batch.children[fidChild] : nullptr;
-        const auto* validity = static_cast<const uint8_t*>(values->buffers[0]);
-        for (int64_t row = 0; row < batch.length; ++row) {
-            const int64_t at = values->offset + row;
-            if (validity && !(validity[at >> 3] & (1 << (at & 7)))) {
-                key.clear();
-            } else {
-                switch (kind) {
-                case 'u': {
-                    const auto* offsets = static_cast<const int32_t*>(values->buffers[1]);
-                    key.assign(static_cast<const char*>(values->buffers[2]) + offsets[at],
-                               size_t(offsets[at + 1] - offsets[at]));
-                    break;
+        while (ok && reader.Next(batch)) {
+            const ArrowArray* values = batch.children[valueChild];
+            const ArrowArray* fids = withFid ? batch.children[fidChild] : nullptr;
+            const auto* validity = static_cast<const uint8_t*>(values->buffers[0]);
+            for (int64_t row = 0; row < batch.length; ++row) {
+                const int64_t at = values->offset + row;
+                if (validity && !(validity[at >> 3] & (1 << (at & 7)))) {
+                    key.clear();
+                } else {
+                    switch (kind) {
+                    case 'u': {
+                        const auto* offsets = static_cast<const int32_t*>(values->buffers[1]);
+                        key.assign(static_cast<const char*>(values->buffers[2]) + offsets[at],
+                                   size_t(offsets[at + 1] - offsets[at]));
+                        break;
+                    }
+                    case 'U': {
+                        const auto* offsets = static_cast<const int64_t*>(values->buffers[1]);
+                        key.assign(static_cast<const char*>(values->buffers[2]) + offsets[at],
+                                   size_t(offsets[at + 1] - offsets[at]));
+                        break;
+                    }
+                    case 'b':
+                        integerKey((static_cast<const uint8_t*>(values->buffers[1])[at >> 3] >> (at & 7)) & 1, key);
+                        break;
+                    case 'c':
+                        integerKey(static_cast<const int8_t*>(values->buffers[1])[at], key);
+                        break;
+                    case 's':
+                        integerKey(static_cast<const int16_t*>(values->buffers[1])[at], key);
+                        break;
+                    case 'i':
+                        integerKey(static_cast<const int32_t*>(values->buffers[1])[at], key);
+                        break;
+                    default:
+                        integerKey(static_cast<const int64_t*>(values->buffers[1])[at], key);
+                        break;
+                    }
                 }
-                case 'U': {
-                    const auto* offsets = static_cast<const int64_t*>(values->buffers[1]);
-                    key.assign(static_cast<const char*>(values->buffers[2]) + offsets[at],
-                               size_t(offsets[at + 1] - offsets[at]));
-                    break;
-                }
-                case 'b':
-                    integerKey((static_cast<const uint8_t*>(values->buffers[1])[at >> 3] >> (at & 7)) & 1, key);
-                    break;
-                case 'c':
-                    integerKey(static_cast<const int8_t*>(values->buffers[1])[at], key);
-                    break;
-                case 's':
-                    integerKey(static_cast<const int16_t*>(values->buffers[1])[at], key);
-                    break;
-                case 'i':
-                    integerKey(static_cast<const int32_t*>(values->buffers[1])[at], key);
-                    break;
-                default:
-                    integerKey(static_cast<const int64_t*>(values->buffers[1])[at], key);
-                    break;
-                }
+                const long long fid = fids ? static_cast<const int64_t*>(fids->buffers[1])[fids->offset + row] : 0;
+                sink.Saved(fid, key);
             }
-            const long long fid = fids ? static_cast<const int64_t*>(fids->buffers[1])[fids->offset + row] : 0;
-            sink.Saved(fid, key);
+            batch.release(&batch);
         }
-        batch.release(&batch);
+        ok = ok && !reader.Failed();
     }
     if (schema.release)
         schema.release(&schema);

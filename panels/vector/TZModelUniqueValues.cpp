@@ -542,6 +542,18 @@ void TZModelUniqueValues::writeCategories(TECategorizedSymbolRender& render) con
 
 void TZModelUniqueValues::runCollection(QWidget* dialogParent, const std::function<void()>& job)
 {
+    // A small local layer is read in a few milliseconds, less than handing
+    // the job to a worker thread and back would take.
+    if (mLayer && mLayer->HasFewFeatures(SmallLayerFeatures)) {
+        try {
+            job();
+        } catch (const std::exception& e) {
+            qCWarning(lcUniqueValues) << "collecting values failed:" << e.what();
+        } catch (...) {
+            qCWarning(lcUniqueValues) << "collecting values failed";
+        }
+        return;
+    }
     // The dialog is kept for the next collection: building its widgets
     // would cost a small layer more than reading it.
     if (!mWaitDialog || mWaitDialog->parentWidget() != dialogParent) {

@@ -198,7 +198,10 @@ private:
                       const QString& label, int count);
     void mergeInto(int row, const TZObjects::TERefPtr<TZObjects::TEStyle>& style, int count);
     void collectWithFallback(const QString& fieldName, bool count);
+    // Runs a collection behind the Wait dialog on a worker thread, or at
+    // once for a layer of at most SmallLayerFeatures features.
     void runCollection(QWidget* dialogParent, const std::function<void()>& job);
+    static constexpr int SmallLayerFeatures = 20000;
 
     void bindLayerEvents();
     void unbindLayerEvents();

@@ -2,12 +2,16 @@
 #include "PostgisServer.h"
 #include "TestRegistry.h"
 
+#include "data/TEArrowBatchReader.h"
 #include "data/TEFeatureTable.h"
 #include "data/TEMemoryFeatureLayer.h"
 
 #include <QTemporaryDir>
 
+#include <algorithm>
 #include <map>
+
+#include <ogr_api.h>
 
 using namespace TZObjects;
 using DataFixtures::Field;
@@ -187,6 +191,58 @@ private Q_SLOTS:
             QVERIFY2(table->GetDistinctValues(TEString(field), values, &error), qPrintable(error));
             QCOMPARE(describe(values), expectedValues);
         }
+    }
+
+    // The batch reader hands out every batch of a stream once, in order,
+    // whether it reads ahead on its own thread or not, and lets go of the
+    // stream cleanly when its caller stops early.
+    void arrowBatchReaderKeepsOrder_data()
+    {
+        QTest::addColumn<int>("batchSize");
+        QTest::addColumn<int>("batchesWanted");
+        QTest::newRow("one short batch") << 100 << 99;
+        QTest::newRow("read ahead to the end") << 3 << 99;
+        QTest::newRow("batches fill exactly") << 5 << 99;
+        QTest::newRow("caller stops after one") << 3 << 1;
+        QTest::newRow("caller stops after two") << 2 << 2;
+    }
+    void arrowBatchReaderKeepsOrder()
+    {
+        QFETCH(int, batchSize);
+        QFETCH(int, batchesWanted);
+        GDALDatasetH dataset = GDALOpenEx(mGpkg.toUtf8().constData(), GDAL_OF_VECTOR, nullptr, nullptr, nullptr);
+        QVERIFY(dataset);
+        OGRLayerH layer = GDALDatasetGetLayer(dataset, 0);
+        const QByteArray limit = "MAX_FEATURES_IN_BATCH=" + QByteArray::number(batchSize);
+        char* options[] = {const_cast<char*>("INCLUDE_FID=YES"), const_cast<char*>(limit.constData()), nullptr};
+        ArrowArrayStream stream{};
+        QVERIFY(OGR_L_GetArrowStream(layer, &stream, options));
+        QList<long long> fids;
+        int batches = 0;
+        {
+            TEArrowBatchReader reader(stream, batchSize);
+            ArrowArray batch{};
+            while (batches < batchesWanted && reader.Next(batch)) {
+                ++batches;
+                QVERIFY(batch.length <= batchSize);
+                // The FID is the first column of the stream.
+                const ArrowArray* column = batch.children[0];
+                for (int64_t row = 0; row < batch.length; ++row)
+                    fids << static_cast<const int64_t*>(column->buffers[1])[column->offset + row];
+                batch.release(&batch);
+            }
+            QVERIFY(!reader.Failed());
+        }
+        stream.release(&stream);
+        GDALClose(dataset);
+
+        const int rows = int(sampleRows().size());
+        const int expectedBatches = std::min(batchesWanted, (rows + batchSize - 1) / batchSize);
+        QCOMPARE(batches, expectedBatches);
+        QList<long long> expected;
+        for (int i = 1; i <= std::min(rows, batches * batchSize); ++i)
+            expected << i;
+        QCOMPARE(fids, expected);
     }
 
     // Unsaved adds, changes and deletes count as if saved: every reading
