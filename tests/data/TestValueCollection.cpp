@@ -344,7 +344,7 @@ private Q_SLOTS:
         QCOMPARE(DataFixtures::writeVector(path, "GPKG", QStringLiteral("many"), wkbPoint, kFields, rows), QString());
         TERefPtr<TEFeatureLayer> layer = TEFeatureLayer::Open(path);
         QVERIFY(layer);
-        for (const QString field : {QStringLiteral("kind"), QStringLiteral("code")}) {
+        for (const QString& field : {QStringLiteral("kind"), QStringLiteral("code")}) {
             const QStringList expected = cursorCounts(*layer, field, TEQueryFilter());
             QVERIFY(expected.size() >= 2500);
             for (TEFeatureTable::Method method : kMethods) {
