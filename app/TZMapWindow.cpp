@@ -79,7 +79,7 @@ TZMapWindow::TZMapWindow(QWidget* parent)
 
     connect(mLayerTree, &TZLayerTree::layersChanged, this, &TZMapWindow::onLayersChanged);
     connect(mLayerTree, &TZLayerTree::currentLayerChanged, this, &TZMapWindow::onCurrentLayerChanged);
-    connect(mLayerTree, &QTreeWidget::itemDoubleClicked, this, &TZMapWindow::onShowSymbology);
+    connect(mLayerTree, &QAbstractItemView::doubleClicked, this, &TZMapWindow::onShowSymbology);
     connect(this, &TZMapWindow::layerWillBeRemoved, mRenderDock, &TZControlRender::onLayerWillBeRemove);
     connect(mRenderDock, &TZControlRender::refreshMap, mCanvas, &TZMapCanvas::refresh);
     connect(mRenderDock, &TZControlRender::symbolChanged, this, &TZMapWindow::onSymbolChanged);
@@ -308,8 +308,9 @@ bool TZMapWindow::saveProject(const QString& path)
 
 void TZMapWindow::selectLayer(const QString& guid)
 {
-    if (QTreeWidgetItem* item = mLayerTree->itemOf(guid))
-        mLayerTree->setCurrentItem(item);
+    const QModelIndex index = mLayerTree->indexOf(guid);
+    if (index.isValid())
+        mLayerTree->setCurrentIndex(index);
 }
 
 void TZMapWindow::closeEvent(QCloseEvent* event)
