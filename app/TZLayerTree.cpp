@@ -113,10 +113,11 @@ void TZLayerTree::refreshLegend(const QString& guid)
 
 void TZLayerTree::applyExpansion(const QModelIndex& layer)
 {
-    if (!layer.isValid())
+    // A hidden layer stays as the user left it (collapsed when new).
+    if (!layer.isValid() || !mModel->isLayerVisible(layer.row()))
         return;
     const int count = mModel->legendCount(layer);
-    const bool expand = mModel->isLayerVisible(layer.row()) && count >= 0 && count <= TZLayerTreeModel::LongLegend;
+    const bool expand = count >= 0 && count <= TZLayerTreeModel::LongLegend;
     setExpanded(layer, expand);
     // A layer expanded already does not signal it again.
     if (expand && mModel->canFetchMore(layer))

@@ -11,6 +11,7 @@
 #include "symbology/QuickStyle.h"
 
 #include <QAbstractItemModelTester>
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -114,6 +115,8 @@ private Q_SLOTS:
         const QImage next =
             tree.layerModel()->index(wanted + 1, 0, row).data(Qt::DecorationRole).value<QIcon>().pixmap(TZMapIcons::LegendSize).toImage();
         QCOMPARE(next.pixel(next.width() / 2, next.height() / 2), classColour(wanted + 1).rgb());
+        if (!qEnvironmentVariableIsEmpty("TZ_SNAPSHOT_DIR"))
+            tree.grab().save(QDir(qEnvironmentVariable("TZ_SNAPSHOT_DIR")).filePath("legend-far-down.png"));
     }
 
     void layersSharingANameShowTheirFileNames()
