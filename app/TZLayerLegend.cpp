@@ -13,7 +13,6 @@
 #include "renders/TERuleBasedSymbolRender.h"
 #include "symbology/TEStyle.h"
 
-#include <QCoreApplication>
 #include <QLocale>
 
 #include <algorithm>
@@ -21,12 +20,6 @@
 using namespace TZObjects;
 
 namespace {
-
-// The legend's texts keep the layer list's translation context.
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("TZLayerTree", text);
-}
 
 bool listsClasses(const TEFeatureRender* render)
 {

@@ -2,6 +2,7 @@
 
 #include "core/TERefPtr.h"
 
+#include <QCoreApplication>
 #include <QIcon>
 #include <QString>
 
@@ -25,6 +26,9 @@ class TEStyle;
 // pointers per class until its entries are shown.
 class TZLayerLegend
 {
+    // Its texts keep the layer list's translation context.
+    Q_DECLARE_TR_FUNCTIONS(TZLayerTree)
+
 public:
     // The legend of the layer's render as it is now.
     explicit TZLayerLegend(TZObjects::TELayer* layer);
