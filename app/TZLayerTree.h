@@ -3,25 +3,19 @@
 #include "core/TERefPtr.h"
 #include "data/TELayer.h"
 
-#include <QTreeWidget>
-
-namespace TZObjects {
-class TEFeatureLayer;
-class TEFeatureRender;
-class TEFourColorTheoremRender;
-class TEStyle;
-}
+#include <QTreeView>
 
 #include <vector>
 
-// The layer list: one top-level item per layer, the top one drawn last,
-// with a check box for its visibility; the list is reordered by dragging.
-// Under a layer drawn by categories, classes or rules, the legend: one
-// child item per class with its symbol and label; under a diagram layer,
-// its background's legend and then one item per diagram part with its
-// colour. A layer drawn with one symbol shows that symbol as its icon; a
-// layer without a render (not drawn) has one child saying "Not rendered".
-class TZLayerTree : public QTreeWidget
+class TZLayerTreeModel;
+
+// The layer list: one row per layer (TZLayerTreeModel), the top one drawn
+// last, with a check box for its visibility; the list is reordered by
+// dragging. Under each visible layer its legend, expanded unless it has more
+// than TZLayerTreeModel::LongLegend entries, in which case the layer shows
+// their count and the entries wait until the user expands it. A hidden
+// layer's legend is built only when the layer is shown or expanded.
+class TZLayerTree : public QTreeView
 {
     Q_OBJECT
 
@@ -43,7 +37,9 @@ public:
 
     TZObjects::TELayer* currentLayer() const;
     TZObjects::TELayer* layerByGuid(const QString& guid) const;
-    QTreeWidgetItem* itemOf(const QString& guid) const;
+    // The layer's row, invalid when the layer is not in the list.
+    QModelIndex indexOf(const QString& guid) const;
+    TZLayerTreeModel* layerModel() const { return mModel; }
 
 public Q_SLOTS:
     // Rebuilds a layer's legend and icon from its render.
@@ -58,21 +54,11 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private Q_SLOTS:
-    void onItemChanged(QTreeWidgetItem* item, int column);
-    void onCurrentItemChanged(QTreeWidgetItem* current);
+    void onCurrentChanged(const QModelIndex& current);
 
 private:
-    static QIcon symbolIcon(const TZObjects::TEStyle* style);
-    static QIcon layerTypeIcon(const TZObjects::TELayer* layer);
-    void addLegendItem(QTreeWidgetItem* parent, const TZObjects::TEStyle* style, const QString& label);
-    void addLegendItem(QTreeWidgetItem* parent, const QIcon& icon, const QString& label);
-    // A disc of the colour, diameter pixels across, as a legend icon.
-    static QIcon swatchIcon(const QColor& color, int diameter);
-    // The legend entries (or the layer icon) of a render; a diagram render
-    // lists its background render's entries and then its own items.
-    void fillLegend(QTreeWidgetItem* item, TZObjects::TELayer* layer, TZObjects::TEFeatureRender* render);
-    void addFourColorLegend(QTreeWidgetItem* parent, const TZObjects::TEFeatureLayer* layer,
-                            const TZObjects::TEFourColorTheoremRender* render);
+    // Expands a visible layer's legend unless it is long.
+    void applyExpansion(const QModelIndex& layer);
 
-    std::vector<TZObjects::TERefPtr<TZObjects::TELayer>> mLayers;
+    TZLayerTreeModel* mModel = nullptr;
 };

@@ -1,8 +1,15 @@
 #include "TZMapIcons.h"
 
+#include "data/TERasterDirLayer.h"
+#include "symbology/TEStyle.h"
+
+#include <QApplication>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPixmap>
+#include <QStyle>
+
+#include <algorithm>
 
 namespace {
 
@@ -86,5 +93,69 @@ QIcon TZMapIcons::icon(Glyph glyph)
     }
     }
     p.end();
+    return QIcon(pixmap);
+}
+
+const QSize TZMapIcons::LegendSize(20, 16);
+
+namespace {
+
+QPixmap blankLegendPixmap()
+{
+    QPixmap pixmap(TZMapIcons::LegendSize);
+    pixmap.fill(Qt::transparent);
+    return pixmap;
+}
+
+} // namespace
+
+QIcon TZMapIcons::symbol(const TZObjects::TEStyle* style)
+{
+    if (!style)
+        return QIcon();
+    QPixmap pixmap = blankLegendPixmap();
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing, true);
+    style->DrawPreview(&painter, QRectF(QPointF(1, 1), QSizeF(LegendSize) - QSizeF(2, 2)));
+    painter.end();
+    return QIcon(pixmap);
+}
+
+QIcon TZMapIcons::swatch(const QColor& color, int diameter)
+{
+    QPixmap pixmap = blankLegendPixmap();
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing, true);
+    painter.setBrush(color);
+    painter.setPen(QPen(color.darker(140), 1.0));
+    const double d = std::min<double>(diameter, std::min(LegendSize.width(), LegendSize.height()) - 2);
+    painter.drawEllipse(QRectF(QPointF(LegendSize.width() - d, LegendSize.height() - d) / 2.0, QSizeF(d, d)));
+    painter.end();
+    return QIcon(pixmap);
+}
+
+QIcon TZMapIcons::ramp(const std::function<QColor(double)>& colourAt)
+{
+    QPixmap pixmap = blankLegendPixmap();
+    QPainter painter(&pixmap);
+    for (int x = 0; x < pixmap.width(); ++x)
+        painter.fillRect(QRect(x, 2, 1, pixmap.height() - 4), colourAt(double(x + 1) / pixmap.width()));
+    painter.end();
+    return QIcon(pixmap);
+}
+
+QIcon TZMapIcons::rasterLayer(const TZObjects::TELayer* layer)
+{
+    if (dynamic_cast<const TZObjects::TERasterDirLayer*>(layer))
+        return QApplication::style()->standardIcon(QStyle::SP_DirIcon);
+    // A small tiled square standing for a grid of pixels.
+    QPixmap pixmap = blankLegendPixmap();
+    QPainter painter(&pixmap);
+    const QColor shades[] = {QColor(70, 130, 90), QColor(200, 190, 120), QColor(120, 160, 200), QColor(150, 110, 80)};
+    for (int i = 0; i < 4; ++i)
+        painter.fillRect(QRect(3 + (i % 2) * 7, 1 + (i / 2) * 7, 7, 7), shades[i]);
+    painter.setPen(QColor(60, 60, 60));
+    painter.drawRect(QRect(3, 1, 13, 13));
+    painter.end();
     return QIcon(pixmap);
 }

@@ -22,7 +22,10 @@ namespace {
 // Version 2: a null render means the layer has none ("Not to render"). In
 // version 1 it meant the layer had not been given one yet, so such a layer
 // opens with its default render, as a layer without a render member does.
-constexpr int FormatVersion = 2;
+// Version 3: written without indentation, and categorized renders keep
+// their categories as columns with a table of shared styles, which version
+// 2 readers would silently drop; earlier files still open.
+constexpr int FormatVersion = 3;
 
 QString tr(const char* text)
 {
@@ -107,7 +110,7 @@ bool TZMapProject::save(const QString& path, const std::vector<LayerState>& laye
     }
 
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(QJsonDocument(root).toJson()) < 0 || !file.commit()) {
+    if (!file.open(QIODevice::WriteOnly) || file.write(QJsonDocument(root).toJson(QJsonDocument::Compact)) < 0 || !file.commit()) {
         if (error)
             *error = tr("Cannot write \"%1\": %2").arg(path, file.errorString());
         return false;

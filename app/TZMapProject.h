@@ -10,10 +10,12 @@
 
 #include <vector>
 
-// A tzmap project file (JSON): the layers, top of the list first, each with
-// its source, display name, visibility and render (as the render's own
-// JSON, or null for a layer left without one), and the view. Sources inside the project's folder are stored
-// relative to it, so a project moves with its data.
+// A tzmap project file (compact JSON): the layers, top of the list first,
+// each with its source, display name, visibility and render (as the
+// render's own JSON, or null for a layer left without one), and the view.
+// Sources inside the project's folder are stored relative to it, so a
+// project moves with its data. Saving and opening touch no widget, so that
+// they can run off the GUI thread.
 class TZMapProject
 {
 public:

@@ -7,6 +7,7 @@
 #include "TZMapProject.h"
 
 #include "TZControlRender.h"
+#include "widgets/TZWaitDialog.h"
 
 #include <QAction>
 #include <QApplication>
@@ -79,7 +80,7 @@ TZMapWindow::TZMapWindow(QWidget* parent)
 
     connect(mLayerTree, &TZLayerTree::layersChanged, this, &TZMapWindow::onLayersChanged);
     connect(mLayerTree, &TZLayerTree::currentLayerChanged, this, &TZMapWindow::onCurrentLayerChanged);
-    connect(mLayerTree, &QTreeWidget::itemDoubleClicked, this, &TZMapWindow::onShowSymbology);
+    connect(mLayerTree, &QAbstractItemView::doubleClicked, this, &TZMapWindow::onShowSymbology);
     connect(this, &TZMapWindow::layerWillBeRemoved, mRenderDock, &TZControlRender::onLayerWillBeRemove);
     connect(mRenderDock, &TZControlRender::refreshMap, mCanvas, &TZMapCanvas::refresh);
     connect(mRenderDock, &TZControlRender::symbolChanged, this, &TZMapWindow::onSymbolChanged);
@@ -270,7 +271,13 @@ bool TZMapWindow::openProject(const QString& path)
     TZMapViewport view;
     QStringList warnings;
     QString error;
-    if (!TZMapProject::open(path, layers, view, &warnings, &error)) {
+    // Reading a large project takes a while: the window keeps painting
+    // while it is read on a worker thread.
+    bool opened = false;
+    TZWaitDialog wait(tr("Opening the project..."), this);
+    if (!wait.WaitFor([&] { opened = TZMapProject::open(path, layers, view, &warnings, &error); }))
+        error = wait.errorText();
+    if (!opened) {
         report(tr("Error!"), error, true);
         return false;
     }
@@ -298,7 +305,12 @@ bool TZMapWindow::saveProject(const QString& path)
     for (const TERefPtr<TELayer>& layer : mLayerTree->layers())
         layers.push_back({layer, mLayerTree->isLayerVisible(layer->GetGuidStr().toQString())});
     QString error;
-    if (!TZMapProject::save(path, layers, mCanvas->viewport(), &error)) {
+    bool saved = false;
+    const TZMapViewport view = mCanvas->viewport();
+    TZWaitDialog wait(tr("Saving the project..."), this);
+    if (!wait.WaitFor([&] { saved = TZMapProject::save(path, layers, view, &error); }))
+        error = wait.errorText();
+    if (!saved) {
         report(tr("Error!"), error, true);
         return false;
     }
@@ -308,8 +320,9 @@ bool TZMapWindow::saveProject(const QString& path)
 
 void TZMapWindow::selectLayer(const QString& guid)
 {
-    if (QTreeWidgetItem* item = mLayerTree->itemOf(guid))
-        mLayerTree->setCurrentItem(item);
+    const QModelIndex index = mLayerTree->indexOf(guid);
+    if (index.isValid())
+        mLayerTree->setCurrentIndex(index);
 }
 
 void TZMapWindow::closeEvent(QCloseEvent* event)

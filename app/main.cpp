@@ -11,7 +11,6 @@
 #include <QFileInfo>
 #include <QLibraryInfo>
 #include <QTranslator>
-#include <QTreeWidgetItem>
 
 #include <gdal.h>
 

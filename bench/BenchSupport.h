@@ -27,6 +27,9 @@ using FillFeature = std::function<void(OGRFeatureH feature, int index, unsigned 
 QString ensurePointGeoPackage(const QString& folder, const QString& fileName, int count,
                               const std::vector<Field>& fields, unsigned seed, const FillFeature& fill);
 
+// The process's resident memory in kB (VmRSS of /proc/self/status), 0 when unknown.
+long residentKb();
+
 // Runs sql and reads every row's first column as text, as a client would;
 // gives the number of rows (0 and a message on stderr on failure).
 size_t sqliteRows(sqlite3* db, const char* sql);

@@ -2,6 +2,7 @@
 
 #include "data/TEFeature.h"
 #include "renders/TEFileFunc.h"
+#include "renders/TEStyleTable.h"
 
 #include <QJsonArray>
 
@@ -141,17 +142,40 @@ void TECategorizedSymbolRender::save(QJsonObject& json) const
     outline[QStringLiteral("width")] = mOutLine.width;
     outline[QStringLiteral("unit")] = mOutLine.unit;
     json[QStringLiteral("outline")] = outline;
-    QJsonArray categories;
-    for (const TERefPtr<TECategoryRenderItem>& item : mItems) {
-        QJsonObject category;
-        category[QStringLiteral("value")] = item->GetValue().toQString();
-        category[QStringLiteral("label")] = item->GetLabel().toQString();
-        category[QStringLiteral("style")] = TEFileFunc::SaveStyle(item->GetStyle().get());
-        category[QStringLiteral("visible")] = item->IsVisible();
-        item->GetScaleRange().save(category);
-        categories.append(category);
+    // The categories as columns and their styles in a table: a render of
+    // 100,000 categories coloured from one symbol writes that symbol once,
+    // and a category costs a few short values instead of an object.
+    TEStyleTable styles;
+    QJsonArray values;
+    QJsonArray labels;
+    QJsonArray symbols;
+    QJsonArray colors;
+    QJsonArray hidden;
+    QJsonArray scaleRanges;
+    for (int i = 0; i < GetItemCount(); ++i) {
+        const TECategoryRenderItem& item = *mItems[size_t(i)];
+        const TEString value = item.GetValue();
+        const TEString label = item.GetLabel();
+        values.append(value.toQString());
+        labels.append(label == value ? QJsonValue() : QJsonValue(label.toQString()));
+        const TEStyleTable::Reference style = styles.Add(item.GetStyle().get());
+        symbols.append(style.index < 0 ? QJsonValue() : QJsonValue(style.index));
+        colors.append(style.recoloured ? TEFileFunc::SaveColor(style.color) : QJsonValue());
+        if (!item.IsVisible())
+            hidden.append(i);
+        const TEScaleRange range = item.GetScaleRange();
+        if (!(range == TEScaleRange()))
+            scaleRanges.append(QJsonArray{i, range.IsEnabled(), range.GetMinimum(), range.GetMaximum()});
     }
-    json[QStringLiteral("categories")] = categories;
+    QJsonObject table;
+    table[QStringLiteral("styles")] = styles.Save();
+    table[QStringLiteral("values")] = values;
+    table[QStringLiteral("labels")] = labels;
+    table[QStringLiteral("symbols")] = symbols;
+    table[QStringLiteral("colors")] = colors;
+    table[QStringLiteral("hidden")] = hidden;
+    table[QStringLiteral("scaleRanges")] = scaleRanges;
+    json[QStringLiteral("categoryTable")] = table;
 }
 
 bool TECategorizedSymbolRender::open(const QJsonObject& json, TEString* error)
@@ -168,6 +192,13 @@ bool TECategorizedSymbolRender::open(const QJsonObject& json, TEString* error)
 
     mItems.clear();
     bool ok = true;
+    if (json.contains(QStringLiteral("categoryTable"))) {
+        ok = OpenCategoryTable(json.value(QStringLiteral("categoryTable")), error);
+        CategoriesChanged();
+        return ok;
+    }
+    // Files written before the table: one object per category, each with
+    // its style in full.
     if (!TEFileFunc::IsListOrMissing(json, "categories", error))
         return false;
     for (const QJsonValue& value : json.value(QStringLiteral("categories")).toArray()) {
@@ -184,6 +215,57 @@ bool TECategorizedSymbolRender::open(const QJsonObject& json, TEString* error)
     }
     CategoriesChanged();
     return ok;
+}
+
+bool TECategorizedSymbolRender::OpenCategoryTable(const QJsonValue& json, TEString* error)
+{
+    const auto fail = [error](const QString& text) {
+        if (error)
+            *error = TEString(text);
+        return false;
+    };
+    if (!json.isObject())
+        return fail(QStringLiteral("\"categoryTable\" must be an object"));
+    const QJsonObject table = json.toObject();
+    for (const char* key : {"styles", "values", "labels", "symbols", "colors", "hidden", "scaleRanges"}) {
+        if (!TEFileFunc::IsListOrMissing(table, key, error))
+            return false;
+    }
+    TEStyleTable styles;
+    if (!styles.Open(table.value(QStringLiteral("styles")).toArray(), error))
+        return false;
+    const QJsonArray values = table.value(QStringLiteral("values")).toArray();
+    const QJsonArray labels = table.value(QStringLiteral("labels")).toArray();
+    const QJsonArray symbols = table.value(QStringLiteral("symbols")).toArray();
+    const QJsonArray colors = table.value(QStringLiteral("colors")).toArray();
+    const int count = values.size();
+    if (labels.size() != count || symbols.size() != count || colors.size() != count)
+        return fail(QStringLiteral("The category table's \"labels\", \"symbols\" and \"colors\" must have one entry per value"));
+    mItems.reserve(size_t(count));
+    for (int i = 0; i < count; ++i) {
+        const TEString value(values.at(i).toString());
+        const QJsonValue label = labels.at(i);
+        const QJsonValue symbol = symbols.at(i);
+        TERefPtr<TEStyle> style;
+        if (!symbol.isNull()) {
+            const QJsonValue colorJson = colors.at(i);
+            const TEColor color = TEFileFunc::OpenColor(colorJson);
+            style = styles.Make(symbol.toInt(-1), colorJson.isString() ? &color : nullptr);
+            if (!style)
+                return fail(QStringLiteral("Category %1 refers to a style the table does not have").arg(i + 1));
+        }
+        mItems.push_back(MakeRef<TECategoryRenderItem>(value, label.isString() ? TEString(label.toString()) : value, style));
+    }
+    for (const QJsonValue& index : table.value(QStringLiteral("hidden")).toArray()) {
+        if (const TERefPtr<TECategoryRenderItem> item = GetCategoryRenderItem(index.toInt(-1)))
+            item->SetVisible(false);
+    }
+    for (const QJsonValue& entry : table.value(QStringLiteral("scaleRanges")).toArray()) {
+        const QJsonArray range = entry.toArray();
+        if (const TERefPtr<TECategoryRenderItem> item = GetCategoryRenderItem(range.at(0).toInt(-1)))
+            item->SetScaleRange(TEScaleRange(range.at(1).toBool(), range.at(2).toDouble(), range.at(3).toDouble()));
+    }
+    return true;
 }
 
 void TECategorizedSymbolRender::VisitStyles(const StyleVisitor& visit)

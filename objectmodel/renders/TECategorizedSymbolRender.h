@@ -83,6 +83,9 @@ protected:
     const std::vector<TERefPtr<TECategoryRenderItem>>& Items() const { return mItems; }
 
 private:
+    // Reads the categories saved as columns with a table of shared styles.
+    bool OpenCategoryTable(const QJsonValue& json, TEString* error);
+
     TEString mExpression;
     std::vector<TERefPtr<TECategoryRenderItem>> mItems;
     std::unordered_map<TEString, int> mIndexByValue;

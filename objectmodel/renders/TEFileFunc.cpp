@@ -234,7 +234,14 @@ bool TEFileFunc::IsListOrMissing(const QJsonObject& json, const char* key, TEStr
 
 QJsonValue TEFileFunc::SaveColor(const TEColor& color)
 {
-    return QStringLiteral("#%1").arg(color.GetColor(), 8, 16, QLatin1Char('0'));
+    // "#%08x", written by hand: a render of many categories writes one each.
+    static const char digits[] = "0123456789abcdef";
+    char text[9];
+    text[0] = '#';
+    uint32_t packed = color.GetColor();
+    for (int i = 8; i > 0; --i, packed >>= 4)
+        text[i] = digits[packed & 15u];
+    return QString::fromLatin1(text, 9);
 }
 
 TEColor TEFileFunc::OpenColor(const QJsonValue& json, const TEColor& fallback)
@@ -243,7 +250,7 @@ TEColor TEFileFunc::OpenColor(const QJsonValue& json, const TEColor& fallback)
     if (text.size() != 9 || !text.startsWith(QLatin1Char('#')))
         return fallback;
     bool ok = false;
-    const uint packed = text.mid(1).toUInt(&ok, 16);
+    const uint packed = text.midRef(1).toUInt(&ok, 16);
     if (!ok)
         return fallback;
     TEColor color;

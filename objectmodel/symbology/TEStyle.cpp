@@ -200,6 +200,14 @@ void TEStyle::DrawPreview(QPainter* painter, const QRectF& rect) const
     }
 }
 
+bool TEStyle::Equals(const TEStyle& other) const
+{
+    return GetStyleClass() == other.GetStyleClass() && mName == other.mName && mAliasName == other.mAliasName
+        && mColor == other.mColor && mUnits == other.mUnits && mPriority == other.mPriority
+        && mTransparency == other.mTransparency && mTestCollision == other.mTestCollision
+        && mWriteCollision == other.mWriteCollision && mExtendShape == other.mExtendShape;
+}
+
 void TEStyle::save(QJsonObject& json) const
 {
     json.insert("type", QLatin1String(StyleClassName(GetStyleClass())));

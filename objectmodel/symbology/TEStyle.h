@@ -159,6 +159,10 @@ public:
     // zigzag across, a fill as a rectangle inset from rect.
     void DrawPreview(QPainter* painter, const QRectF& rect) const;
 
+    // Whether other is of the same class with every property equal, so
+    // that both save the same JSON.
+    virtual bool Equals(const TEStyle& other) const;
+
     // JSON of the style, "type" holding its class name.
     virtual void save(QJsonObject& json) const;
     virtual bool open(const QJsonObject& json);

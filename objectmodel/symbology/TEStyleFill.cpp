@@ -35,6 +35,14 @@ bool TEStyleFill::DrawPolygon(QPainter* painter, const QPainterPath& device, dou
     return true;
 }
 
+bool TEStyleFill::Equals(const TEStyle& other) const
+{
+    if (!TEStyle::Equals(other))
+        return false;
+    const TEStyleLine* outline = static_cast<const TEStyleFill&>(other).mOutline.get();
+    return mOutline && outline ? mOutline->Equals(*outline) : !mOutline && !outline;
+}
+
 void TEStyleFill::save(QJsonObject& json) const
 {
     TEStyle::save(json);

@@ -19,6 +19,7 @@ public:
     bool DrawLine(QPainter* painter, const QPolygonF& device, double angle = 0.0) const override;
     bool DrawPolygon(QPainter* painter, const QPainterPath& device, double angle = 0.0) const override;
 
+    bool Equals(const TEStyle& other) const override;
     void save(QJsonObject& json) const override;
     bool open(const QJsonObject& json) override;
 

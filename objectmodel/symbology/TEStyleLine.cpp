@@ -20,6 +20,13 @@ bool TEStyleLine::DrawPolygon(QPainter* painter, const QPainterPath& device, dou
     return drawn;
 }
 
+bool TEStyleLine::Equals(const TEStyle& other) const
+{
+    if (!TEStyle::Equals(other))
+        return false;
+    return mWidth == static_cast<const TEStyleLine&>(other).mWidth;
+}
+
 void TEStyleLine::save(QJsonObject& json) const
 {
     TEStyle::save(json);

@@ -17,6 +17,7 @@ public:
     bool DrawPoint(QPainter* painter, const QPointF& device, double angle = 0.0) const override;
     bool DrawPolygon(QPainter* painter, const QPainterPath& device, double angle = 0.0) const override;
 
+    bool Equals(const TEStyle& other) const override;
     void save(QJsonObject& json) const override;
     bool open(const QJsonObject& json) override;
 

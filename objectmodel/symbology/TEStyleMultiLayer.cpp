@@ -138,6 +138,20 @@ bool TEStyleMultiLayer::DrawPolygon(QPainter* painter, const QPainterPath& devic
     return drawLayers(painter, [&](const TEStyle* layer) { return layer->DrawPolygon(painter, device, angle); });
 }
 
+bool TEStyleMultiLayer::Equals(const TEStyle& other) const
+{
+    if (!TEStyle::Equals(other))
+        return false;
+    const auto& multi = static_cast<const TEStyleMultiLayer&>(other);
+    if (mType != multi.mType || mLayers.size() != multi.mLayers.size())
+        return false;
+    for (size_t i = 0; i < mLayers.size(); ++i) {
+        if (!mLayers[i]->Equals(*multi.mLayers[i]))
+            return false;
+    }
+    return true;
+}
+
 void TEStyleMultiLayer::save(QJsonObject& json) const
 {
     TEStyle::save(json);

@@ -40,6 +40,15 @@ bool TEStylePoint::DrawPolygon(QPainter* painter, const QPainterPath& device, do
     return DrawPoint(painter, device.boundingRect().center(), angle);
 }
 
+bool TEStylePoint::Equals(const TEStyle& other) const
+{
+    if (!TEStyle::Equals(other))
+        return false;
+    const auto& point = static_cast<const TEStylePoint&>(other);
+    return mWidth == point.mWidth && mHeight == point.mHeight && mAngle == point.mAngle
+        && mOffsetX == point.mOffsetX && mOffsetY == point.mOffsetY;
+}
+
 void TEStylePoint::save(QJsonObject& json) const
 {
     TEStyle::save(json);

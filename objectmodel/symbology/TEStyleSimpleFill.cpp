@@ -52,6 +52,13 @@ void TEStyleSimpleFill::drawInterior(QPainter* painter, const QPainterPath& devi
     painter->fillPath(device, QBrush(toQColor(GetColor()), toQtBrushStyle(mFillKind)));
 }
 
+bool TEStyleSimpleFill::Equals(const TEStyle& other) const
+{
+    if (!TEStyleFill::Equals(other))
+        return false;
+    return mFillKind == static_cast<const TEStyleSimpleFill&>(other).mFillKind;
+}
+
 void TEStyleSimpleFill::save(QJsonObject& json) const
 {
     TEStyleFill::save(json);

@@ -34,6 +34,7 @@ public:
 
     void SetupDC(QPainter* painter) const override;
 
+    bool Equals(const TEStyle& other) const override;
     void save(QJsonObject& json) const override;
     bool open(const QJsonObject& json) override;
 

@@ -49,6 +49,13 @@ bool TEStyleSimpleLine::DrawLine(QPainter* painter, const QPolygonF& device, dou
     return true;
 }
 
+bool TEStyleSimpleLine::Equals(const TEStyle& other) const
+{
+    if (!TEStyleLine::Equals(other))
+        return false;
+    return mPenStyle == static_cast<const TEStyleSimpleLine&>(other).mPenStyle;
+}
+
 void TEStyleSimpleLine::save(QJsonObject& json) const
 {
     TEStyleLine::save(json);

@@ -29,6 +29,7 @@ public:
     void SetupDC(QPainter* painter) const override;
     bool DrawLine(QPainter* painter, const QPolygonF& device, double angle = 0.0) const override;
 
+    bool Equals(const TEStyle& other) const override;
     void save(QJsonObject& json) const override;
     bool open(const QJsonObject& json) override;
 

@@ -82,6 +82,15 @@ void TEStyleSimplePoint::drawMarker(QPainter* painter, double w, double h) const
     }
 }
 
+bool TEStyleSimplePoint::Equals(const TEStyle& other) const
+{
+    if (!TEStylePoint::Equals(other))
+        return false;
+    const auto& point = static_cast<const TEStyleSimplePoint&>(other);
+    return mShapeType == point.mShapeType && mOutlineColor == point.mOutlineColor
+        && mOutlineWidth == point.mOutlineWidth;
+}
+
 void TEStyleSimplePoint::save(QJsonObject& json) const
 {
     TEStylePoint::save(json);

@@ -1,5 +1,8 @@
 #include "AppFixture.h"
 
+#include "TZLayerTree.h"
+#include "TZLayerTreeModel.h"
+
 #include "symbology/TEStyleSimpleFill.h"
 
 #include <QDir>
@@ -130,4 +133,24 @@ TZObjects::TERefPtr<TZObjects::TEStyle> AppFixture::fillStyle(const QColor& colo
     auto style = TZObjects::MakeRef<TZObjects::TEStyleSimpleFill>();
     style->SetColor(TZObjects::TEColor(color.red(), color.green(), color.blue()));
     return style;
+}
+
+QModelIndexList AppFixture::legendEntries(TZLayerTree& tree, const QString& guid)
+{
+    TZLayerTreeModel* model = tree.layerModel();
+    const QModelIndex layer = tree.indexOf(guid);
+    if (model->canFetchMore(layer))
+        model->fetchMore(layer);
+    QModelIndexList entries;
+    for (int row = 0; row < model->rowCount(layer); ++row)
+        entries << model->index(row, 0, layer);
+    return entries;
+}
+
+QStringList AppFixture::legendTexts(TZLayerTree& tree, const QString& guid)
+{
+    QStringList texts;
+    for (const QModelIndex& entry : legendEntries(tree, guid))
+        texts << entry.data().toString();
+    return texts;
 }

@@ -7,7 +7,11 @@
 
 #include <QColor>
 #include <QImage>
+#include <QModelIndexList>
 #include <QString>
+#include <QStringList>
+
+class TZLayerTree;
 
 // Test data written through GDAL into a folder, and pixel helpers.
 //
@@ -33,6 +37,11 @@ public:
     static QColor colorAt(const QImage& image, const TZMapViewport& viewport, const QPointF& map);
     // A solid fill style of the colour, with the style's default outline.
     static TZObjects::TERefPtr<TZObjects::TEStyle> fillStyle(const QColor& color);
+
+    // The legend entries under a layer of the list, fetched as a view
+    // fetches them when it shows them.
+    static QModelIndexList legendEntries(TZLayerTree& tree, const QString& guid);
+    static QStringList legendTexts(TZLayerTree& tree, const QString& guid);
 
     // A blank image for the viewport.
     static QImage blankImage(const TZMapViewport& viewport, const QColor& fill = Qt::white);

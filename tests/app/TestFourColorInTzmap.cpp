@@ -21,7 +21,6 @@
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QTemporaryDir>
-#include <QTreeWidgetItem>
 
 #include <cmath>
 #include <set>
@@ -257,15 +256,15 @@ private Q_SLOTS:
 
         // The legend lists each colour of the palette once.
         waitForDrawing(window.canvas());
-        QTreeWidgetItem* entry = nullptr;
-        for (int i = 0; i < window.layerTree()->topLevelItemCount(); ++i) {
-            if (window.layerTree()->topLevelItem(i)->text(0) == QLatin1String("regions"))
-                entry = window.layerTree()->topLevelItem(i);
+        QString guid;
+        for (const auto& layer : window.layerTree()->layers()) {
+            if (window.layerTree()->indexOf(layer->GetGuidStr().toQString()).data().toString() == QLatin1String("regions"))
+                guid = layer->GetGuidStr().toQString();
         }
-        QVERIFY(entry);
+        QVERIFY(!guid.isEmpty());
         QSet<QString> legend;
-        for (int i = 0; i < entry->childCount(); ++i)
-            legend.insert(entry->child(i)->text(0));
+        for (const QString& text : AppFixture::legendTexts(*window.layerTree(), guid))
+            legend.insert(text);
         QSet<QString> expected;
         for (uint32_t colour : used)
             expected.insert(toQColor(TEColor(colour, 255)).name());

@@ -10,10 +10,14 @@
 #include "renders/TEMultiBandImageRender.h"
 #include "renders/TESingleBandImageRender.h"
 #include "renders/TESingleSymbolRender.h"
+#include "symbology/QuickStyle.h"
+#include "symbology/TEStyleMultiLayer.h"
 #include "symbology/TEStyleSimpleFill.h"
 #include "symbology/TEStyleSimplePoint.h"
 
 #include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
 #include <QTemporaryDir>
 
 using namespace TZObjects;
@@ -24,6 +28,36 @@ QJsonObject renderJson(const TELayer* layer)
 {
     const TERefPtr<TERender> render = layer->GetRender();
     return render ? TEFileFunc::SaveRender(render.get()) : QJsonObject();
+}
+
+// Categories whose styles are shared, equal apart from their colour, or
+// different in one property each, with labels, hidden categories and scale
+// ranges here and there.
+TERefPtr<TECategorizedSymbolRender> mixedCategories(int count)
+{
+    auto render = MakeRef<TECategorizedSymbolRender>(TEString(L"landuse"));
+    const TERefPtr<TEStyle> shared = QuickStyle::MakePointStyle(2, TEColor(1, 2, 3), 2.0, TEColor(0, 0, 0), 0.1);
+    auto multi = MakeRef<TEStyleMultiLayer>(TEStyle::PointStyle);
+    multi->AddLayer(QuickStyle::MakePointStyle(1, TEColor(9, 9, 9), 4.0, TEColor(0, 0, 0), 0.2));
+    multi->AddLayer(QuickStyle::MakePointStyle(0, TEColor(9, 9, 9), 1.0, TEColor(0, 0, 0), 0.0));
+    for (int i = 0; i < count; ++i) {
+        const TEColor colour(i % 256, (i / 256) % 256, 200);
+        TERefPtr<TEStyle> style;
+        switch (i % 7) {
+        case 0: style = shared; break;
+        case 1: style = QuickStyle::MakePointStyle(1, colour, 2.0, TEColor(0, 0, 0), 0.1); break;
+        case 2: style = QuickStyle::MakePointStyle(1, colour, 2.0 + (i % 3), TEColor(0, 0, 0), 0.1); break;
+        case 3: style = QuickStyle::MakeFillStyle(colour, TEColor(0, 0, i % 2 ? 0 : 255), 0.26); break;
+        case 4: style = multi->Clone(); style->SetColor(colour); break;
+        case 5: style = shared->Clone(); style->SetTransparency(i % 4 * 10); break;
+        default: break; // no style
+        }
+        const TEString value(QStringLiteral("value %1").arg(i));
+        const TEString label = i % 3 == 0 ? value : i % 3 == 1 ? TEString() : TEString(QStringLiteral("class %1").arg(i));
+        render->AddCategory(value, label, style, i % 11 == 0, i % 11 == 0 ? 1000.0 : 0.0, 50000.0 * (i % 13 == 0));
+        render->GetCategoryRenderItem(i)->SetVisible(i % 17 != 0);
+    }
+    return render;
 }
 
 } // namespace
@@ -95,6 +129,84 @@ private Q_SLOTS:
         QCOMPARE(reopened->GetExpression().toQString(), QStringLiteral("landuse"));
         QCOMPARE(openedView.centre(), view.centre());
         QCOMPARE(openedView.unitsPerPixel(), view.unitsPerPixel());
+    }
+
+    // Thousands of categories coloured from a few symbols read back the same
+    // from a compact file in which each symbol is written once.
+    void manyCategoriesRoundTripCompactly()
+    {
+        TERefPtr<TEFeatureLayer> spots = TEFeatureLayer::Open(mVectors, QStringLiteral("spots"));
+        QVERIFY(spots);
+        const TERefPtr<TECategorizedSymbolRender> categories = mixedCategories(3000);
+        spots->SetSymbolRender(categories);
+        const QString path = mDir.filePath(QStringLiteral("many.tzmap"));
+        QString error;
+        QVERIFY2(TZMapProject::save(path, {{spots, true}}, TZMapViewport(), &error), qPrintable(error));
+
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray text = file.readAll();
+        QVERIFY(!text.contains('\n'));
+        const QJsonObject written = QJsonDocument::fromJson(text).object()[QStringLiteral("layers")].toArray()[0]
+                                        .toObject()[QStringLiteral("render")].toObject();
+        // The shared style, the recoloured point in three sizes, the fill
+        // with two outlines, the multi-layer symbol and three transparencies.
+        QCOMPARE(written[QStringLiteral("categoryTable")].toObject()[QStringLiteral("styles")].toArray().size(), 10);
+
+        std::vector<TZMapProject::LayerState> opened;
+        TZMapViewport view;
+        QVERIFY2(TZMapProject::open(path, opened, view, nullptr, &error), qPrintable(error));
+        QCOMPARE(opened.size(), std::size_t(1));
+        QCOMPARE(renderJson(opened[0].layer.get()), TEFileFunc::SaveRender(categories.get()));
+        // Categories that shared a style object get copies of their own.
+        auto reopened = opened[0].layer->GetRender().cast<TECategorizedSymbolRender>();
+        QVERIFY(reopened->GetCategoryRenderItem(0)->GetStyle() != reopened->GetCategoryRenderItem(7)->GetStyle());
+    }
+
+    // A project written before the category table, indented and with each
+    // category's style in full, still opens with its categories.
+    void projectOfTheOlderFormatOpens()
+    {
+        // Written as that version wrote it: QJsonDocument's indented text.
+        auto woodland = MakeRef<TEStyleSimpleFill>();
+        woodland->SetColor(TEColor(0, 128, 0));
+        auto lake = MakeRef<TEStyleSimpleFill>();
+        lake->SetColor(TEColor(0, 0, 255));
+        const QJsonArray categories = {
+            QJsonObject{{"value", "Forest"}, {"label", "Woodland"}, {"style", TEFileFunc::SaveStyle(woodland.get())},
+                        {"visible", true}, {"scaleFilter", true}, {"minScale", 1000}, {"maxScale", 50000}},
+            QJsonObject{{"value", "Water"}, {"label", ""}, {"style", TEFileFunc::SaveStyle(lake.get())},
+                        {"visible", false}, {"scaleFilter", false}, {"minScale", 0}, {"maxScale", 0}}};
+        const QJsonObject written{{"type", "UniqueValues"}, {"expression", "landuse"}, {"showOtherValue", false},
+                                  {"categories", categories}};
+        const QJsonObject layer{{"kind", "feature"}, {"source", "fixture.gpkg"}, {"layer", "squares"},
+                                {"name", "Land use"}, {"visible", true}, {"render", written}};
+        const QJsonObject project{{"application", "tzmap"}, {"version", 2}, {"layers", QJsonArray{layer}}};
+        const QString path = mDir.filePath(QStringLiteral("version2.tzmap"));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(QJsonDocument(project).toJson(QJsonDocument::Indented));
+        file.close();
+        std::vector<TZMapProject::LayerState> opened;
+        TZMapViewport view;
+        QStringList warnings;
+        QString error;
+        QVERIFY2(TZMapProject::open(path, opened, view, &warnings, &error), qPrintable(error));
+        QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join('\n')));
+        QCOMPARE(opened.size(), std::size_t(1));
+        auto render = opened[0].layer->GetRender().cast<TECategorizedSymbolRender>();
+        QVERIFY(render);
+        QCOMPARE(render->GetItemCount(), 2);
+        const TERefPtr<TECategoryRenderItem> forest = render->GetCategoryRenderItem(0);
+        QCOMPARE(forest->GetLabel().toQString(), QStringLiteral("Woodland"));
+        QCOMPARE(forest->GetStyle()->GetColor(), TEColor(0, 128, 0));
+        QVERIFY(forest->IsScaleFilter());
+        QCOMPARE(forest->GetMaxScale(), 50000.0);
+        const TERefPtr<TECategoryRenderItem> water = render->GetCategoryRenderItem(1);
+        QCOMPARE(water->GetValue().toQString(), QStringLiteral("Water"));
+        QVERIFY(!water->IsVisible());
+        QCOMPARE(water->GetStyle()->GetColor(), TEColor(0, 0, 255));
+        QVERIFY(!render->IsShowOtherValue());
     }
 
     void sourcesInTheProjectFolderAreStoredRelative()
@@ -227,6 +339,10 @@ private Q_SLOTS:
         QTest::newRow("categories not a list")
             << squares + "\"render\": {\"type\": \"UniqueValues\", \"expression\": \"landuse\", \"categories\": {}}"
             << QStringList{"\"S\"", "\"categories\" must be a list"} << QStringLiteral("SingleSymbol");
+        QTest::newRow("category table pointing past its styles")
+            << squares + "\"render\": {\"type\": \"UniqueValues\", \"categoryTable\": {\"styles\": [], "
+                         "\"values\": [\"Forest\"], \"labels\": [null], \"symbols\": [0], \"colors\": [null]}}"
+            << QStringList{"\"S\"", "Category 1 refers to a style"} << QStringLiteral("SingleSymbol");
         QTest::newRow("render as text") << squares + "\"render\": \"SingleSymbol\""
                                         << QStringList{"\"S\"", "not a render object"} << QStringLiteral("SingleSymbol");
         QTest::newRow("unknown render type") << squares + "\"render\": {\"type\": \"Sketchy\"}"

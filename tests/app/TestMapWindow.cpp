@@ -118,13 +118,13 @@ private Q_SLOTS:
         QCOMPARE(dock->layer(), squares);
         QVERIFY(dock->isVisible());
 
-        window.layerTree()->setCurrentItem(window.layerTree()->itemOf(squares->GetGuidStr().toQString()));
+        window.layerTree()->setCurrentIndex(window.layerTree()->indexOf(squares->GetGuidStr().toQString()));
         const QString guid = squares->GetGuidStr().toQString();
         QAction* remove = findAction(window, QStringLiteral("&Remove Layer"));
         QVERIFY(remove);
         QVERIFY(remove->isEnabled());
         remove->trigger();
-        QVERIFY(!window.layerTree()->itemOf(guid));
+        QVERIFY(!window.layerTree()->indexOf(guid).isValid());
         QCOMPARE(window.canvas()->layers().size(), std::size_t(1));
         // The next layer in the list becomes current and goes to the dock.
         TELayer* spots = layerNamed(window, QStringLiteral("spots"));
@@ -148,12 +148,12 @@ private Q_SLOTS:
         squares->SetSymbolRender(render);
         Q_EMIT TZControlRender::instance(nullptr)->symbolChanged(squares->GetGuidStr().toQString());
 
-        QTreeWidgetItem* item = window.layerTree()->itemOf(squares->GetGuidStr().toQString());
-        QCOMPARE(item->childCount(), 2);
-        QCOMPARE(item->child(0)->text(0), QStringLiteral("Woodland"));
+        const QModelIndexList entries = AppFixture::legendEntries(*window.layerTree(), squares->GetGuidStr().toQString());
+        QCOMPARE(entries.size(), 2);
+        QCOMPARE(entries[0].data().toString(), QStringLiteral("Woodland"));
         // Without a label the value names the class.
-        QCOMPARE(item->child(1)->text(0), QStringLiteral("Water"));
-        QVERIFY(!item->child(0)->icon(0).isNull());
+        QCOMPARE(entries[1].data().toString(), QStringLiteral("Water"));
+        QVERIFY(!entries[0].data(Qt::DecorationRole).value<QIcon>().isNull());
         QVERIFY(window.isWindowModified());
         window.setWindowModified(false);
     }

@@ -22,7 +22,6 @@
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QToolButton>
-#include <QTreeWidgetItem>
 
 using namespace TZObjects;
 
@@ -127,9 +126,8 @@ private Q_SLOTS:
         const QColor empty = canvas->palette().color(QPalette::Base);
         QCOMPARE(pixel(canvas, InForest), empty);
         QCOMPARE(pixel(canvas, InWater), empty);
-        QTreeWidgetItem* item = window.layerTree()->itemOf(squares->GetGuidStr().toQString());
-        QCOMPARE(item->childCount(), 1);
-        QCOMPARE(item->child(0)->text(0), QStringLiteral("Not rendered"));
+        QCOMPARE(AppFixture::legendTexts(*window.layerTree(), squares->GetGuidStr().toQString()),
+                 QStringList{QStringLiteral("Not rendered")});
         window.setWindowModified(false);
     }
 
@@ -211,10 +209,8 @@ private Q_SLOTS:
         QCOMPARE(pixel(canvas, InWater), water);
 
         // The catch-all row is unchecked, so the legend lists the two values.
-        QTreeWidgetItem* item = window.layerTree()->itemOf(guid);
-        QCOMPARE(item->childCount(), 2);
-        QCOMPARE(item->child(0)->text(0), QStringLiteral("Woodland"));
-        QCOMPARE(item->child(1)->text(0), QStringLiteral("Water"));
+        QCOMPARE(AppFixture::legendTexts(*window.layerTree(), guid),
+                 (QStringList{QStringLiteral("Woodland"), QStringLiteral("Water")}));
 
         // Emptied by the user, the table comes back from the layer on Reset.
         child<QPushButton>(dock, "mButtonRemoveAll")->click();

@@ -9,7 +9,6 @@
 #include "renders/TEPieDiagramRender.h"
 #include "renders/TESingleSymbolRender.h"
 
-#include <QTreeWidgetItem>
 
 using namespace TZObjects;
 
@@ -74,17 +73,14 @@ private Q_SLOTS:
 
         TZLayerTree tree;
         tree.addLayer(layer);
-        QTreeWidgetItem* item = tree.itemOf(layer->GetGuidStr().toQString());
-        QVERIFY(item);
-        QStringList shownTexts;
+        const QString guid = layer->GetGuidStr().toQString();
         QList<QColor> shownColours;
-        for (int i = 0; i < item->childCount(); ++i) {
-            shownTexts << item->child(i)->text(0);
-            shownColours << swatchColour(item->child(i)->icon(0));
-        }
-        QCOMPARE(shownTexts, texts);
+        for (const QModelIndex& entry : AppFixture::legendEntries(tree, guid))
+            shownColours << swatchColour(entry.data(Qt::DecorationRole).value<QIcon>());
+        QCOMPARE(AppFixture::legendTexts(tree, guid), texts);
         QCOMPARE(shownColours, colours);
-        QCOMPARE(swatchColour(item->icon(0)), background == QLatin1String("single") ? QColor(Qt::gray) : QColor());
+        QCOMPARE(swatchColour(tree.indexOf(guid).data(Qt::DecorationRole).value<QIcon>()),
+                 background == QLatin1String("single") ? QColor(Qt::gray) : QColor());
     }
 
     void graduatedSymbolsLegendListsItsClasses()
@@ -98,12 +94,11 @@ private Q_SLOTS:
 
         TZLayerTree tree;
         tree.addLayer(layer);
-        QTreeWidgetItem* item = tree.itemOf(layer->GetGuidStr().toQString());
-        QVERIFY(item);
-        QCOMPARE(item->childCount(), 2);
-        QCOMPARE(item->child(0)->text(0), QStringLiteral("%1 - %2").arg(QLocale().toString(0.0), QLocale().toString(10.0)));
-        QCOMPARE(item->child(1)->text(0), QStringLiteral("%1 - %2").arg(QLocale().toString(10.0), QLocale().toString(20.5)));
-        QCOMPARE(swatchColour(item->child(1)->icon(0)), QColor(Qt::magenta));
+        const QModelIndexList entries = AppFixture::legendEntries(tree, layer->GetGuidStr().toQString());
+        QCOMPARE(entries.size(), 2);
+        QCOMPARE(entries[0].data().toString(), QStringLiteral("%1 - %2").arg(QLocale().toString(0.0), QLocale().toString(10.0)));
+        QCOMPARE(entries[1].data().toString(), QStringLiteral("%1 - %2").arg(QLocale().toString(10.0), QLocale().toString(20.5)));
+        QCOMPARE(swatchColour(entries[1].data(Qt::DecorationRole).value<QIcon>()), QColor(Qt::magenta));
     }
 };
 

@@ -16,7 +16,6 @@
 
 #include <QPainter>
 #include <QRandomGenerator>
-#include <QTreeWidgetItem>
 
 #include <ogr_api.h>
 
@@ -326,15 +325,11 @@ private Q_SLOTS:
         }
         TZLayerTree tree;
         tree.addLayer(layer);
-        QTreeWidgetItem* item = tree.itemOf(layer->GetGuidStr().toQString());
-        QVERIFY(item);
-        QStringList shown;
-        for (int i = 0; i < item->childCount(); ++i)
-            shown << item->child(i)->text(0);
-        QCOMPARE(shown, texts);
+        const QModelIndexList entries = AppFixture::legendEntries(tree, layer->GetGuidStr().toQString());
+        QCOMPARE(AppFixture::legendTexts(tree, layer->GetGuidStr().toQString()), texts);
         // The first entry's swatch: the top of the heat ramp (right end), the
         // smallest cluster class, the dot colour (middle).
-        const QImage icon = item->child(0)->icon(0).pixmap(20, 16).toImage();
+        const QImage icon = entries.value(0).data(Qt::DecorationRole).value<QIcon>().pixmap(20, 16).toImage();
         const QColor swatch = kind == QLatin1String("heat") ? icon.pixelColor(icon.width() - 1, icon.height() / 2)
                                                             : icon.pixelColor(icon.width() / 2, icon.height() / 2);
         QCOMPARE(swatch.rgb(), expected.rgb());

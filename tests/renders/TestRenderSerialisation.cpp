@@ -121,13 +121,13 @@ private Q_SLOTS:
         QVERIFY(TEFileFunc::OpenImageRender(json, &error) == nullptr);
         QVERIFY(!error.IsEmpty());
 
-        QJsonArray categories = json[QStringLiteral("categories")].toArray();
-        QJsonObject category = categories[0].toObject();
-        QJsonObject style = category[QStringLiteral("style")].toObject();
+        QJsonObject table = json[QStringLiteral("categoryTable")].toObject();
+        QJsonArray styles = table[QStringLiteral("styles")].toArray();
+        QJsonObject style = styles[0].toObject();
         style[QStringLiteral("type")] = QStringLiteral("NoSuchStyle");
-        category[QStringLiteral("style")] = style;
-        categories[0] = category;
-        json[QStringLiteral("categories")] = categories;
+        styles[0] = style;
+        table[QStringLiteral("styles")] = styles;
+        json[QStringLiteral("categoryTable")] = table;
         error.clear();
         QVERIFY(!TEFileFunc::OpenRender(json, &error));
         QVERIFY(!error.IsEmpty());
