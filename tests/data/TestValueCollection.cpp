@@ -445,6 +445,47 @@ private Q_SLOTS:
         QVERIFY2(!server.Log().contains(where), qPrintable(where));
     }
 
+    // A server that goes away while the layer is open: every read fails
+    // with a message saying so (never an empty result), and once the server
+    // is back the same layer reads again, its stale connections dropped.
+    void lostServerFailsReadsUntilItIsBack()
+    {
+        PostgisServer& server = PostgisServer::Shared();
+        TERefPtr<TEFeatureLayer> layer = openSample(QStringLiteral("postgis"));
+        QVERIFY(layer);
+        const QStringList expected = cursorCounts(*layer, QStringLiteral("kind"), TEQueryFilter());
+        std::vector<TEFeatureTable::ValueCount> counts;
+        QVERIFY(layer->GetDatasource()->GetValueCounts(TEString(L"kind"), TEQueryFilter(), counts));
+        QCOMPARE(describe(counts), expected);
+
+        QVERIFY2(server.Pause(), qPrintable(server.Error()));
+        // Twice: first on the pooled connections the server dropped, then
+        // on new connections the absent server refuses.
+        for (int attempt = 0; attempt < 2; ++attempt) {
+            for (TEFeatureTable::Method method : {TEFeatureTable::Method::PushDown, TEFeatureTable::Method::Cursor}) {
+                TERefPtr<TEFeatureTable> table = layer->GetDatasource();
+                table->SetMethod(method);
+                QString error;
+                const bool read = table->GetValueCounts(TEString(L"kind"), TEQueryFilter(), counts, &error);
+                if (read)
+                    server.Resume();
+                QVERIFY2(!read, qPrintable(describe(counts).join(QLatin1Char(' '))));
+                QVERIFY2(error.contains(QLatin1String("PostgreSQL server")), qPrintable(error));
+            }
+        }
+        QVERIFY2(server.Resume(), qPrintable(server.Error()));
+        QCOMPARE(cursorCounts(*layer, QStringLiteral("kind"), TEQueryFilter()), expected);
+        // Counts and extents, read through the layer's own connection, too.
+        QCOMPARE(layer->GetFeatureCount(), 10);
+        QRectF extent;
+        QVERIFY(layer->GetExtent(extent));
+        QCOMPARE(extent, QRectF(QPointF(0, 0), QPointF(9, 18)));
+        TERefPtr<TEFeatureTable> table = layer->GetDatasource();
+        QVERIFY(table->GetValueCounts(TEString(L"kind"), TEQueryFilter(), counts));
+        QCOMPARE(describe(counts), expected);
+        QCOMPARE(int(table->GetLastMethod()), int(TEFeatureTable::Method::PushDown));
+    }
+
     void memoryLayerScansTheSame()
     {
         TERefPtr<TEMemoryFeatureLayer> layer = memoryLayer();
