@@ -1,6 +1,7 @@
 #include "TZLayerTree.h"
 
 #include "data/TEFeatureLayer.h"
+#include "data/TEPostgresSource.h"
 #include "data/TERasterDirLayer.h"
 #include "renders/TECategorizedSymbolRender.h"
 #include "renders/TEClusterDiagramRender.h"
@@ -57,7 +58,7 @@ void TZLayerTree::addLayer(const TERefPtr<TELayer>& layer, bool visible, int ind
     const QString guid = layer->GetGuidStr().toQString();
     auto* item = new QTreeWidgetItem;
     item->setText(0, layer->GetLayerName().toQString());
-    item->setToolTip(0, layer->GetSource());
+    item->setToolTip(0, TEPostgresSource::WithoutPassword(layer->GetSource()));
     item->setData(0, GuidRole, guid);
     item->setData(0, ShownRole, visible);
     // Layers are dragged between layers, never dropped into one another.
