@@ -17,6 +17,7 @@
 #include <QDockWidget>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QHash>
 #include <QInputDialog>
 #include <QLabel>
 #include <QMenuBar>
@@ -502,10 +503,33 @@ void TZMapWindow::onDrawingFinished(bool complete, const QStringList& errors)
         return;
     // The message stays until a drawing succeeds: a layer whose server is
     // gone draws nothing until the user refreshes once it is back.
-    if (!errors.isEmpty())
-        statusBar()->showMessage(tr("Not every layer could be drawn: %1").arg(errors.join(QStringLiteral("; "))));
-    else
+    if (errors.isEmpty()) {
         statusBar()->clearMessage();
+        statusBar()->setToolTip(QString());
+        return;
+    }
+    // Layers that failed for one reason (all the layers of a server that
+    // went away) are named together: "roads, rivers: reason".
+    QStringList reasons;
+    QHash<QString, QStringList> layersByReason;
+    for (const QString& error : errors) {
+        const int colon = error.indexOf(QLatin1String(": "));
+        const QString reason = colon < 0 ? error : error.mid(colon + 2);
+        if (!layersByReason.contains(reason))
+            reasons << reason;
+        QStringList& names = layersByReason[reason];
+        if (colon >= 0)
+            names << error.left(colon);
+    }
+    QStringList lines;
+    for (const QString& reason : reasons) {
+        const QStringList& names = layersByReason[reason];
+        lines << (names.isEmpty() ? reason : names.join(QStringLiteral(", ")) + QStringLiteral(": ") + reason);
+    }
+    const QString message = tr("Not every layer could be drawn: %1").arg(lines.join(QStringLiteral("; ")));
+    statusBar()->showMessage(message);
+    // The whole text, for when the bar is too narrow to show it.
+    statusBar()->setToolTip(message);
 }
 
 void TZMapWindow::setProjectPath(const QString& path)
