@@ -83,6 +83,19 @@ private Q_SLOTS:
         QVERIFY2(server.IsRunning(), qPrintable(server.Error()));
         QVERIFY2(server.Exec(QString::fromLatin1(Tables)), qPrintable(server.Error()));
         QVERIFY(mDir.isValid());
+        // A service file naming the test database, as a user's would.
+        QFile services(mDir.filePath(QStringLiteral("pg_service.conf")));
+        QVERIFY(services.open(QIODevice::WriteOnly));
+        services.write(QStringLiteral("# test services\n[tz_atlas]\nhost=%1\ndbname=tz\nuser=tz_test\n\n[other]\nhost=nowhere\n")
+                           .arg(server.SocketFolder())
+                           .toUtf8());
+        services.close();
+        qputenv("PGSERVICEFILE", services.fileName().toLocal8Bit());
+    }
+
+    void cleanupTestCase()
+    {
+        qunsetenv("PGSERVICEFILE");
     }
 
     void catalogListsSpatialTablesOrSaysWhyNot_data()
@@ -93,6 +106,7 @@ private Q_SLOTS:
         PostgisServer& server = PostgisServer::Shared();
         QVERIFY(server.AddPasswordUser(QStringLiteral("tz_lister"), QStringLiteral("right")));
         QTest::newRow("trusted") << server.GdalSource() << false << QString();
+        QTest::newRow("service") << QStringLiteral("PG:service=tz_atlas") << false << QString();
         QTest::newRow("with password") << sourceFor(QStringLiteral("tz_lister"), QStringLiteral("right")) << false
                                        << QString();
         QTest::newRow("no password") << sourceFor(QStringLiteral("tz_lister"), QString()) << true << "password";
@@ -145,18 +159,27 @@ private Q_SLOTS:
         QAction* action = window.findChild<QAction*>(QStringLiteral("actionAddPostgisLayer"));
         QVERIFY(action);
         QStringList statusTexts;
+        QStringList services;
         bool okEverEnabled = false;
         bool connectingRightAway = false;
         ModalAnswer answer("TZPostgisDialog", [&](QWidget* dialog) {
             auto* connectDialog = qobject_cast<TZPostgisDialog*>(dialog);
             auto* tables = dialog->findChild<QTreeWidget*>(QStringLiteral("treeTables"));
             QPushButton* ok = dialog->findChild<QDialogButtonBox*>(QStringLiteral("buttonBox"))->button(QDialogButtonBox::Ok);
-            dialog->findChild<QLineEdit*>(QStringLiteral("lineHost"))->setText(server.SocketFolder());
-            dialog->findChild<QLineEdit*>(QStringLiteral("lineUser"))->setText(QStringLiteral("tz_test"));
+            auto* host = dialog->findChild<QLineEdit*>(QStringLiteral("lineHost"));
+            auto* user = dialog->findChild<QLineEdit*>(QStringLiteral("lineUser"));
             auto* database = dialog->findChild<QLineEdit*>(QStringLiteral("lineDatabase"));
+            auto* service = dialog->findChild<QComboBox*>(QStringLiteral("comboService"));
+            for (int i = 0; i < service->count(); ++i)
+                services << service->itemText(i);
             QSignalSpy finished(connectDialog, &TZPostgisDialog::connectFinished);
-            for (const QString& name : {QStringLiteral("tz_missing"), QStringLiteral("tz")}) {
-                database->setText(name);
+            // First the fields, naming a database that does not exist; then
+            // the service alone.
+            for (const bool byService : {false, true}) {
+                host->setText(byService ? QString() : server.SocketFolder());
+                user->setText(byService ? QString() : QStringLiteral("tz_test"));
+                database->setText(byService ? QString() : QStringLiteral("tz_missing"));
+                service->setCurrentIndex(byService ? service->findText(QStringLiteral("tz_atlas")) : 0);
                 dialog->findChild<QPushButton*>(QStringLiteral("pushConnect"))->click();
                 // The click returns at once; the worker answers later.
                 connectingRightAway = connectDialog->isConnecting();
@@ -180,9 +203,11 @@ private Q_SLOTS:
         QCOMPARE(statusTexts.size(), 2);
         QVERIFY2(statusTexts[0].contains(QLatin1String("tz_missing")), qPrintable(statusTexts[0]));
         QCOMPARE(statusTexts[1], QStringLiteral("Connected: 4 spatial tables and views."));
+        QVERIFY2(services.contains(QStringLiteral("tz_atlas")) && services.contains(QStringLiteral("other")),
+                 qPrintable(services.join(QLatin1Char(' '))));
         QCOMPARE(layerNames(window), QStringList({"atlas.forest", "squares"}));
         for (const auto& layer : window.layerTree()->layers())
-            QCOMPARE(dynamic_cast<TEFeatureLayer*>(layer.get())->GetDriverName(), QStringLiteral("PostgreSQL"));
+            QCOMPARE(layer->GetSource(), QStringLiteral("PG:service=tz_atlas"));
     }
 
     // A project keeps the connection without its password; reopened, the
