@@ -3,6 +3,7 @@
 #include "TZPostgisLogin.h"
 
 #include "data/TEFeatureLayer.h"
+#include "data/TEGdalSupport.h"
 #include "data/TEPostgresSource.h"
 #include "data/TERasterDirLayer.h"
 #include "data/TERasterLayer.h"
@@ -46,6 +47,7 @@ std::vector<TERefPtr<TELayer>> TZLayerOpener::open(const QString& given, QString
             *error = tr("\"%1\" was not found.").arg(path);
         return layers;
     }
+    TEGdalSupport::EnsureRegistered();
     CPLErrorReset();
     GDALDatasetH ds = GDALOpenEx(path.toUtf8().constData(), GDAL_OF_VECTOR | GDAL_OF_RASTER | GDAL_OF_READONLY,
                                  nullptr, nullptr, nullptr);

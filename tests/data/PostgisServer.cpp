@@ -230,6 +230,11 @@ bool PostgisServer::Pause()
 {
     if (!mRunning)
         return false;
+    // The cluster runs with synchronous_commit off, so an immediate stop
+    // (a crash, to its clients) could lose what was committed a moment ago;
+    // a checkpoint first writes it out.
+    if (!Exec(QStringLiteral("CHECKPOINT")))
+        return false;
     const bool stopped = Run(QStringLiteral("pg_ctl"), {QStringLiteral("-D"), mFolder + QStringLiteral("/data"),
                                                         QStringLiteral("-m"), QStringLiteral("immediate"),
                                                         QStringLiteral("-w"), QStringLiteral("stop")});

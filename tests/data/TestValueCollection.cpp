@@ -39,6 +39,9 @@ QStringList cursorCounts(const TEFeatureLayer& layer, const QString& field, cons
 {
     std::map<int, QString> byFid;
     TERefPtr<TEFeatureCursor> cursor = layer.Search(filter);
+    // A search that fails gives no values, which no expected list matches.
+    if (!cursor)
+        return {};
     while (TERefPtr<TEFeature> feature = cursor->NextFeature())
         byFid[feature->GetId()] = feature->GetValue(TEString(field)).ToString().toQString();
     QStringList order;
