@@ -370,9 +370,9 @@ private Q_SLOTS:
     }
 
     // Server tables of every kind the panels meet: polygons with mixed-case,
-    // reserved and quoted column names and values with quotes, unicode and
-    // nulls; lines; a table without a primary key; a view. Every reading
-    // method gives what a cursor scan gives.
+    // reserved and quoted column names, a boolean, and values with quotes,
+    // unicode and nulls; lines; a table without a primary key; a view. Every
+    // reading method gives what a cursor scan gives.
     void serverTablesEqualCursorScan_data()
     {
         QTest::addColumn<QString>("table");
@@ -380,7 +380,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("where");
         const QString hostile = QStringLiteral("\"select\" = 'O''Brien' OR \"Owner Name\" IS NULL");
         for (const char* table : {"Parcels", "parcel_view", "nopk"}) {
-            for (const char* field : {"select", "Owner Name", "odd\"name", "n"}) {
+            for (const char* field : {"select", "Owner Name", "odd\"name", "n", "open"}) {
                 QTest::newRow(qPrintable(QStringLiteral("%1 %2").arg(table, field))) << table << field << QString();
                 QTest::newRow(qPrintable(QStringLiteral("%1 %2 filtered").arg(table, field)))
                     << table << field << hostile;
@@ -511,7 +511,8 @@ private:
         const std::vector<Field> fields = {{QStringLiteral("select"), OFTString},
                                            {QStringLiteral("Owner Name"), OFTString},
                                            {QStringLiteral("odd\"name"), OFTString},
-                                           {QStringLiteral("n"), OFTInteger}};
+                                           {QStringLiteral("n"), OFTInteger},
+                                           {QStringLiteral("open"), OFTInteger, OFSTBoolean}};
         const char* selects[] = {"O'Brien", "say \"hi\"", nullptr, "Zürich", "O'Brien", "東京", "", "a;b"};
         const char* owners[] = {"Ann", nullptr, "Bé", "Ann", "Ann", nullptr, "Carl", "Bé"};
         std::vector<Row> parcels;
@@ -519,7 +520,8 @@ private:
             const int x = i * 10;
             parcels.push_back({QStringLiteral("POLYGON ((%1 0,%2 0,%2 10,%1 10,%1 0))").arg(x).arg(x + 10),
                                {selects[i] ? TEVariant(selects[i]) : TEVariant(), owners[i] ? TEVariant(owners[i]) : TEVariant(),
-                                TEVariant(i % 3 ? "x'y" : "--"), TEVariant(i + 1)}});
+                                TEVariant(i % 3 ? "x'y" : "--"), TEVariant(i + 1),
+                                i == 5 ? TEVariant() : TEVariant(i % 3 ? 1 : 0)}});
         }
         std::vector<Row> roads;
         for (int i = 0; i < 6; ++i)
