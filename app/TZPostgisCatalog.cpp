@@ -1,15 +1,18 @@
 #include "TZPostgisCatalog.h"
 
+#include "data/TEPostgresSource.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
-#include <QMap>
 #include <QRegularExpression>
 #include <QSet>
 
 #include <libpq-fe.h>
 
 #include <memory>
+
+using namespace TZObjects;
 
 namespace {
 
@@ -18,15 +21,10 @@ QString tr(const char* text)
     return QCoreApplication::translate("TZPostgisCatalog", text);
 }
 
-// libpq's message without its indented hints.
-QString firstLines(const char* message)
+// libpq's message in one line.
+QString oneLine(const char* message)
 {
-    QStringList kept;
-    for (const QString& line : QString::fromUtf8(message).split(QLatin1Char('\n'))) {
-        if (!line.trimmed().isEmpty() && !line.at(0).isSpace())
-            kept << line.trimmed();
-    }
-    return kept.join(QLatin1Char(' '));
+    return TEPostgresSource::ServerMessage(QString::fromUtf8(message));
 }
 
 // Every table and view of geometry_columns, with whether it is a view and
@@ -50,8 +48,8 @@ TZPostgisCatalog::Result TZPostgisCatalog::list(const QString& connInfo, int tim
     if (PQstatus(connection.get()) != CONNECTION_OK) {
         result.needsPassword = PQconnectionNeedsPassword(connection.get())
             || (PQconnectionUsedPassword(connection.get()) && QByteArray(PQerrorMessage(connection.get())).contains("password"));
-        result.error = result.needsPassword ? tr("The server asks for a password: %1").arg(firstLines(PQerrorMessage(connection.get())))
-                                            : tr("Cannot connect: %1").arg(firstLines(PQerrorMessage(connection.get())));
+        result.error = result.needsPassword ? tr("The server asks for a password: %1").arg(oneLine(PQerrorMessage(connection.get())))
+                                            : tr("Cannot connect: %1").arg(oneLine(PQerrorMessage(connection.get())));
         return result;
     }
     // The listing is bounded by the same time-out as the connection.
@@ -62,7 +60,7 @@ TZPostgisCatalog::Result TZPostgisCatalog::list(const QString& connInfo, int tim
         // 42P01: no such relation, here geometry_columns.
         result.error = state && QByteArray(state) == "42P01"
             ? tr("The database has no PostGIS extension (it has no geometry_columns).")
-            : tr("Cannot list the tables: %1").arg(firstLines(PQresultErrorMessage(rows.get())));
+            : tr("Cannot list the tables: %1").arg(oneLine(PQresultErrorMessage(rows.get())));
         return result;
     }
     for (int row = 0; row < PQntuples(rows.get()); ++row) {

@@ -51,12 +51,7 @@ Outcome tryConnect(const QString& source, QString* message)
                                                           PQfinish);
     if (PQstatus(connection.get()) == CONNECTION_OK)
         return Outcome::Connected;
-    QStringList lines;
-    for (const QString& line : QString::fromUtf8(PQerrorMessage(connection.get())).split(QLatin1Char('\n'))) {
-        if (!line.trimmed().isEmpty() && !line.at(0).isSpace())
-            lines << line.trimmed();
-    }
-    *message = lines.join(QLatin1Char(' '));
+    *message = TEPostgresSource::ServerMessage(QString::fromUtf8(PQerrorMessage(connection.get())));
     // A password was asked for and none given, or the one given was refused.
     const bool refused = PQconnectionUsedPassword(connection.get()) && message->contains(QLatin1String("password"));
     return PQconnectionNeedsPassword(connection.get()) || refused ? Outcome::NeedsPassword : Outcome::Failed;

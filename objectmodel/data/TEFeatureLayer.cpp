@@ -21,19 +21,6 @@ namespace TZObjects {
 
 namespace {
 
-// libpq's reason in a message about the server, without GDAL's
-// "PQconnectdb failed." line and libpq's indented hints.
-QString serverReason(const QString& text)
-{
-    QStringList kept;
-    for (const QString& line : text.split(QLatin1Char('\n'))) {
-        if (line.trimmed().isEmpty() || line.at(0).isSpace() || line.trimmed() == QLatin1String("PQconnectdb failed."))
-            continue;
-        kept << line.trimmed();
-    }
-    return kept.isEmpty() ? text.trimmed() : kept.join(QLatin1Char(' '));
-}
-
 // The libpq connection string of a PostGIS source: GDAL's keys left out,
 // texts in UTF-8 (as GDAL reads them), and a bound on the wait for a server
 // that does not answer.
@@ -59,7 +46,7 @@ TERefPtr<TEFeatureLayer> TEFeatureLayer::Open(const QString& source, const QStri
         if (error)
             *error = QStringLiteral("Cannot open \"%1\": %2")
                          .arg(TEPostgresSource::WithoutPassword(source),
-                              serverReason(TEGdalSupport::LastError(QStringLiteral("not a vector data source"))));
+                              TEPostgresSource::ServerMessage(TEGdalSupport::LastError(QStringLiteral("not a vector data source"))));
         return {};
     }
     OGRLayerH layer = layerName.isEmpty() ? GDALDatasetGetLayer(dataset, 0)
@@ -128,7 +115,7 @@ GDALDatasetH TEFeatureLayer::OpenReadDataset(QString* error) const
     if (!dataset && error) {
         if (IsPostgres())
             *error = QStringLiteral("Cannot connect to the PostgreSQL server: %1")
-                         .arg(serverReason(TEGdalSupport::LastError()));
+                         .arg(TEPostgresSource::ServerMessage(TEGdalSupport::LastError()));
         else
             *error = QStringLiteral("Cannot reopen \"%1\": %2").arg(GetSource(), TEGdalSupport::LastError());
     }
@@ -194,7 +181,7 @@ TEHandlePool::Lease TEFeatureLayer::AcquirePostgres(QString* error) const
                 return connection;
             if (openError)
                 *openError = QStringLiteral("Cannot connect to the PostgreSQL server: %1")
-                                 .arg(serverReason(QString::fromUtf8(PQerrorMessage(connection))));
+                                 .arg(TEPostgresSource::ServerMessage(QString::fromUtf8(PQerrorMessage(connection))));
             PQfinish(connection);
             return nullptr;
         },
@@ -211,7 +198,7 @@ QString TEFeatureLayer::ReadFailure(const QString& gdalError) const
     // query the server refused.
     PGconn* probe = PQconnectdb(postgresConnInfo(GetSource(), 5).constData());
     const bool reachable = PQstatus(probe) == CONNECTION_OK;
-    const QString reason = serverReason(reachable ? gdalError : QString::fromUtf8(PQerrorMessage(probe)));
+    const QString reason = TEPostgresSource::ServerMessage(reachable ? gdalError : QString::fromUtf8(PQerrorMessage(probe)));
     PQfinish(probe);
     return reachable ? reason : QStringLiteral("The connection to the PostgreSQL server is lost: %1").arg(reason);
 }

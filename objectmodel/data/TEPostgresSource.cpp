@@ -133,6 +133,17 @@ QString TEPostgresSource::WithoutPassword(const QString& source)
     return parsed.ToSource();
 }
 
+QString TEPostgresSource::ServerMessage(const QString& text)
+{
+    QStringList kept;
+    for (const QString& line : text.split(QLatin1Char('\n'))) {
+        if (line.trimmed().isEmpty() || line.at(0).isSpace() || line.trimmed() == QLatin1String("PQconnectdb failed."))
+            continue;
+        kept << line.trimmed();
+    }
+    return kept.isEmpty() ? text.trimmed() : kept.join(QLatin1Char(' '));
+}
+
 QString TEPostgresSource::Value(const QString& key) const
 {
     for (const auto& pair : mPairs) {

@@ -26,6 +26,10 @@ public:
     // may show); other sources come back unchanged.
     static QString WithoutPassword(const QString& source);
 
+    // A message of libpq (or of GDAL about the server) in one line: GDAL's
+    // "PQconnectdb failed." and libpq's indented hints left out.
+    static QString ServerMessage(const QString& text);
+
     bool IsValid() const { return mValid; }
 
     QString Value(const QString& key) const;

@@ -50,6 +50,19 @@ private Q_SLOTS:
         QCOMPARE(again.ToConnInfo(), connInfo);
         QCOMPARE(again.Value(QStringLiteral("password")), password);
     }
+
+    void serverMessagesReadAsOneLine()
+    {
+        // GDAL's wording of a failed connection, with libpq's hint.
+        QCOMPARE(TEPostgresSource::ServerMessage(QStringLiteral(
+                     "PQconnectdb failed.\nconnection to server on socket \"/tmp/s/.s.PGSQL.5432\" failed: "
+                     "No such file or directory\n\tIs the server running locally and accepting connections on that "
+                     "socket?\n")),
+                 QStringLiteral("connection to server on socket \"/tmp/s/.s.PGSQL.5432\" failed: No such file or directory"));
+        QCOMPARE(TEPostgresSource::ServerMessage(QStringLiteral("server closed the connection unexpectedly\n\tThis "
+                                                                "probably means the server terminated abnormally\n")),
+                 QStringLiteral("server closed the connection unexpectedly"));
+    }
 };
 
 TZ_REGISTER_TEST(TestPostgresSource)
