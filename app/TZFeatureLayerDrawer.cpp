@@ -103,6 +103,11 @@ bool TZFeatureLayerDrawer::draw(QPainter* painter, const TZMapViewport& viewport
         if (style->Draw(painter, geometry->GetHandle(), toDevice, angle))
             ++mDrawnCount;
     }
+    // A read that failed (the server went away) is no end of the layer.
+    if (finished && !cursor->GetError().isEmpty()) {
+        mErrorText = cursor->GetError();
+        finished = false;
+    }
     cursor.reset();
     if (finished && byPriority)
         finished = drawByPriority(painter, pending, toDevice, cancel);
@@ -159,8 +164,12 @@ bool TZFeatureLayerDrawer::drawWholeLayer(QPainter* painter, const TEDrawContext
     }
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing, true);
-    const bool finished = mRender->DrawLayer(painter, cursor.get(), context);
+    bool finished = mRender->DrawLayer(painter, cursor.get(), context);
     painter->restore();
+    if (!cursor->GetError().isEmpty()) {
+        mErrorText = cursor->GetError();
+        finished = false;
+    }
     if (!finished && !context.IsCancelled() && mErrorText.isEmpty())
         mErrorText = QCoreApplication::translate("TZFeatureLayerDrawer", "The %1 render could not draw the layer.").arg(mRender->GetType().toQString());
     return finished;

@@ -1,6 +1,10 @@
 #include "TZLayerOpener.h"
 
+#include "TZPostgisLogin.h"
+
 #include "data/TEFeatureLayer.h"
+#include "data/TEGdalSupport.h"
+#include "data/TEPostgresSource.h"
 #include "data/TERasterDirLayer.h"
 #include "data/TERasterLayer.h"
 
@@ -20,9 +24,13 @@ QString tr(const char* text)
 
 } // namespace
 
-std::vector<TERefPtr<TELayer>> TZLayerOpener::open(const QString& path, QString* error)
+std::vector<TERefPtr<TELayer>> TZLayerOpener::open(const QString& given, QString* error)
 {
     std::vector<TERefPtr<TELayer>> layers;
+    // A PostGIS connection gets the password its server asks for.
+    const QString path = TEPostgresSource::IsPostgres(given) ? TZPostgisLogin::complete(given, error) : given;
+    if (path.isEmpty())
+        return layers;
     QString lastError;
     const QFileInfo info(path);
     if (info.isDir()) {
@@ -39,6 +47,7 @@ std::vector<TERefPtr<TELayer>> TZLayerOpener::open(const QString& path, QString*
             *error = tr("\"%1\" was not found.").arg(path);
         return layers;
     }
+    TEGdalSupport::EnsureRegistered();
     CPLErrorReset();
     GDALDatasetH ds = GDALOpenEx(path.toUtf8().constData(), GDAL_OF_VECTOR | GDAL_OF_RASTER | GDAL_OF_READONLY,
                                  nullptr, nullptr, nullptr);
@@ -54,9 +63,9 @@ std::vector<TERefPtr<TELayer>> TZLayerOpener::open(const QString& path, QString*
             if (!lastError.isEmpty())
                 *error = lastError;
             else if (!reason.isEmpty())
-                *error = tr("GDAL cannot read \"%1\": %2").arg(path, reason);
+                *error = tr("GDAL cannot read \"%1\": %2").arg(TEPostgresSource::WithoutPassword(path), reason);
             else
-                *error = tr("\"%1\" is not a vector or raster source GDAL can read.").arg(path);
+                *error = tr("\"%1\" is not a vector or raster source GDAL can read.").arg(TEPostgresSource::WithoutPassword(path));
         }
         return layers;
     }
@@ -81,7 +90,7 @@ std::vector<TERefPtr<TELayer>> TZLayerOpener::open(const QString& path, QString*
             lastError = rasterError;
     }
     if (layers.empty() && error)
-        *error = lastError.isEmpty() ? tr("\"%1\" holds no layer.").arg(path) : lastError;
+        *error = lastError.isEmpty() ? tr("\"%1\" holds no layer.").arg(TEPostgresSource::WithoutPassword(path)) : lastError;
     return layers;
 }
 
@@ -93,6 +102,12 @@ TERefPtr<TELayer> TZLayerOpener::openLayer(const QString& kind, const QString& s
         if (error)
             *error = tr("\"%1\" was not found.").arg(source);
         return {};
+    }
+    if (kind == QLatin1String(FeatureKind) && TEPostgresSource::IsPostgres(source)) {
+        const QString completed = TZPostgisLogin::complete(source, error);
+        if (completed.isEmpty())
+            return {};
+        return TEFeatureLayer::Open(completed, layerName, error);
     }
     if (kind == QLatin1String(FeatureKind))
         return TEFeatureLayer::Open(source, layerName, error);

@@ -2,6 +2,8 @@
 
 #include "TZLayerLegend.h"
 
+#include "data/TEPostgresSource.h"
+
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QHash>
@@ -250,7 +252,7 @@ QVariant TZLayerTreeModel::data(const QModelIndex& index, int role) const
     case Qt::DecorationRole:
         return node->icon;
     case Qt::ToolTipRole:
-        return node->layer->GetSource();
+        return TEPostgresSource::WithoutPassword(node->layer->GetSource());
     case Qt::CheckStateRole:
         return node->visible ? Qt::Checked : Qt::Unchecked;
     case GuidRole:
@@ -318,9 +320,13 @@ void TZLayerTreeModel::updateTexts()
 {
     QHash<QString, int> nameCount;
     QHash<QString, QStringList> fileNames;
-    const auto fileNameOf = [](const TELayer* layer) {
-        const QString source = layer->GetSource();
-        const QString name = QFileInfo(source).fileName();
+    // A server's connection is shown whole, its password left out.
+    const auto sourceOf = [](const TELayer* layer) { return TEPostgresSource::WithoutPassword(layer->GetSource()); };
+    const auto fileNameOf = [&sourceOf](const TELayer* layer) {
+        const QString source = sourceOf(layer);
+        const QString name = source.startsWith(QLatin1String("PG:"), Qt::CaseInsensitive)
+            ? QString()
+            : QFileInfo(source).fileName();
         return name.isEmpty() ? source : name;
     };
     for (const auto& node : mNodes) {
@@ -335,7 +341,7 @@ void TZLayerTreeModel::updateTexts()
         if (nameCount.value(name) > 1) {
             // The file name tells them apart, unless they share it too.
             const QString file = fileNameOf(node->layer.get());
-            text = tr("%1 (%2)").arg(name, fileNames.value(name).count(file) > 1 ? node->layer->GetSource() : file);
+            text = tr("%1 (%2)").arg(name, fileNames.value(name).count(file) > 1 ? sourceOf(node->layer.get()) : file);
         }
         if (node->legend && node->legend->count() > LongLegend)
             text = tr("%1 \u2014 %L2 classes").arg(text).arg(node->legend->count());

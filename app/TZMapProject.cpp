@@ -3,6 +3,7 @@
 #include "TZLayerOpener.h"
 
 #include "data/TEFeatureLayer.h"
+#include "data/TEPostgresSource.h"
 #include "data/TERasterDirLayer.h"
 #include "data/TERasterLayer.h"
 #include "renders/TEFileFunc.h"
@@ -85,7 +86,8 @@ bool TZMapProject::save(const QString& path, const std::vector<LayerState>& laye
     QJsonArray layerArray;
     for (const LayerState& state : layers) {
         const TELayer* layer = state.layer.get();
-        QString source = layer->GetSource();
+        // A server connection is kept without its password.
+        QString source = TEPostgresSource::WithoutPassword(layer->GetSource());
         const QFileInfo sourceInfo(source);
         if (sourceInfo.exists() && !folder.relativeFilePath(sourceInfo.absoluteFilePath()).startsWith(QLatin1String("..")))
             source = folder.relativeFilePath(sourceInfo.absoluteFilePath());

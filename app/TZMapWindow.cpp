@@ -5,8 +5,11 @@
 #include "TZMapCanvas.h"
 #include "TZMapIcons.h"
 #include "TZMapProject.h"
+#include "TZPostgisDialog.h"
+#include "TZPostgisLogin.h"
 
 #include "TZControlRender.h"
+#include "data/TEPostgresSource.h"
 #include "widgets/TZWaitDialog.h"
 
 #include <QAction>
@@ -15,6 +18,7 @@
 #include <QDockWidget>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QHash>
 #include <QInputDialog>
 #include <QLabel>
 #include <QMenuBar>
@@ -94,10 +98,12 @@ TZMapWindow::TZMapWindow(QWidget* parent)
     connect(mCanvas, &TZMapCanvas::drawingFinished, this, &TZMapWindow::onDrawingFinished);
 
     setProjectPath(QString());
+    setInteractive(true);
 }
 
 TZMapWindow::~TZMapWindow()
 {
+    TZPostgisLogin::setPrompt({});
     // The dock is shared; it must not keep this window's layer alive.
     mRenderDock->setLayer(nullptr);
 }
@@ -117,6 +123,11 @@ void TZMapWindow::createActions()
     mActionOpenSourceName = new QAction(tr("Open Data &Source..."), this);
     mActionOpenSourceName->setToolTip(tr("Add layers from a data source name, such as a PostGIS connection"));
     connect(mActionOpenSourceName, &QAction::triggered, this, &TZMapWindow::onOpenDataSourceName);
+
+    mActionAddPostgis = new QAction(tr("Add &PostGIS Layer..."), this);
+    mActionAddPostgis->setObjectName(QStringLiteral("actionAddPostgisLayer"));
+    mActionAddPostgis->setToolTip(tr("Connect to a PostGIS database and add some of its spatial tables"));
+    connect(mActionAddPostgis, &QAction::triggered, this, &TZMapWindow::onAddPostgisLayer);
 
     mActionOpenProject = new QAction(tr("Open &Project..."), this);
     mActionOpenProject->setShortcut(QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_O));
@@ -150,6 +161,7 @@ void TZMapWindow::createActions()
     connect(mActionZoomLayer, &QAction::triggered, this, &TZMapWindow::onZoomToLayer);
 
     mActionRefresh = new QAction(TZMapIcons::icon(TZMapIcons::Refresh), tr("&Refresh"), this);
+    mActionRefresh->setObjectName(QStringLiteral("actionRefresh"));
     mActionRefresh->setShortcut(QKeySequence::Refresh);
     connect(mActionRefresh, &QAction::triggered, mCanvas, &TZMapCanvas::refresh);
 
@@ -180,6 +192,7 @@ void TZMapWindow::createMenus()
     file->addAction(mActionOpenData);
     file->addAction(mActionOpenRasterFolder);
     file->addAction(mActionOpenSourceName);
+    file->addAction(mActionAddPostgis);
     file->addSeparator();
     file->addAction(mActionOpenProject);
     file->addAction(mActionSaveProject);
@@ -239,6 +252,24 @@ void TZMapWindow::createStatusBar()
     statusBar()->addPermanentWidget(mScaleLabel);
 }
 
+void TZMapWindow::setInteractive(bool interactive)
+{
+    mInteractive = interactive;
+    // A server that wants a password asks the user, never a snapshot run.
+    TZPostgisLogin::setPrompt(interactive ? TZPostgisLogin::dialogPrompt(this) : TZPostgisLogin::Prompt());
+}
+
+int TZMapWindow::addLayers(std::vector<TERefPtr<TELayer>> layers)
+{
+    // Within one source, points end up over lines over polygons over rasters.
+    std::stable_sort(layers.begin(), layers.end(), [](const TERefPtr<TELayer>& a, const TERefPtr<TELayer>& b) {
+        return drawingRank(a.get()) < drawingRank(b.get());
+    });
+    for (const TERefPtr<TELayer>& layer : layers)
+        mLayerTree->addLayer(layer);
+    return int(layers.size());
+}
+
 int TZMapWindow::openPaths(const QStringList& paths)
 {
     int opened = 0;
@@ -250,15 +281,11 @@ int TZMapWindow::openPaths(const QStringList& paths)
             problems << error;
             continue;
         }
-        // Within one source, points end up over lines over polygons over rasters.
-        std::stable_sort(layers.begin(), layers.end(), [](const TERefPtr<TELayer>& a, const TERefPtr<TELayer>& b) {
-            return drawingRank(a.get()) < drawingRank(b.get());
-        });
-        for (const TERefPtr<TELayer>& layer : layers) {
-            mLayerTree->addLayer(layer);
-            ++opened;
-        }
-        mLastFolder = QFileInfo(path).absolutePath();
+        opened += addLayers(std::move(layers));
+        if (TEPostgresSource::IsPostgres(path))
+            mLastPostgisSource = TEPostgresSource::WithoutPassword(path);
+        else
+            mLastFolder = QFileInfo(path).absolutePath();
     }
     if (!problems.isEmpty())
         report(tr("Error!"), problems.join(QLatin1Char('\n')), true);
@@ -355,6 +382,29 @@ void TZMapWindow::onOpenDataSourceName()
                                                QLineEdit::Normal, QString(), &ok);
     if (ok && !name.trimmed().isEmpty())
         openPaths({name.trimmed()});
+}
+
+void TZMapWindow::onAddPostgisLayer()
+{
+    TZPostgisDialog dialog(this);
+    if (!mLastPostgisSource.isEmpty())
+        dialog.setSource(mLastPostgisSource);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    const QString source = dialog.source();
+    std::vector<TERefPtr<TELayer>> layers;
+    QStringList problems;
+    for (const QString& name : dialog.selectedLayers()) {
+        QString error;
+        if (TERefPtr<TELayer> layer = TZLayerOpener::openLayer(QLatin1String(TZLayerOpener::FeatureKind), source, name, &error))
+            layers.push_back(layer);
+        else
+            problems << error;
+    }
+    mLastPostgisSource = TEPostgresSource::WithoutPassword(source);
+    addLayers(std::move(layers));
+    if (!problems.isEmpty())
+        report(tr("Error!"), problems.join(QLatin1Char('\n')), true);
 }
 
 void TZMapWindow::onOpenProject()
@@ -462,8 +512,37 @@ void TZMapWindow::onDrawingFinished(bool complete, const QStringList& errors)
 {
     if (!mCanvas->isDrawing())
         mDrawingBar->hide();
-    if (complete && !errors.isEmpty())
-        statusBar()->showMessage(tr("Not every layer could be drawn: %1").arg(errors.join(QStringLiteral("; "))), 10000);
+    if (!complete)
+        return;
+    // The message stays until a drawing succeeds: a layer whose server is
+    // gone draws nothing until the user refreshes once it is back.
+    if (errors.isEmpty()) {
+        statusBar()->clearMessage();
+        statusBar()->setToolTip(QString());
+        return;
+    }
+    // Layers that failed for one reason (all the layers of a server that
+    // went away) are named together: "roads, rivers: reason".
+    QStringList reasons;
+    QHash<QString, QStringList> layersByReason;
+    for (const QString& error : errors) {
+        const int colon = error.indexOf(QLatin1String(": "));
+        const QString reason = colon < 0 ? error : error.mid(colon + 2);
+        if (!layersByReason.contains(reason))
+            reasons << reason;
+        QStringList& names = layersByReason[reason];
+        if (colon >= 0)
+            names << error.left(colon);
+    }
+    QStringList lines;
+    for (const QString& reason : reasons) {
+        const QStringList& names = layersByReason[reason];
+        lines << (names.isEmpty() ? reason : names.join(QStringLiteral(", ")) + QStringLiteral(": ") + reason);
+    }
+    const QString message = tr("Not every layer could be drawn: %1").arg(lines.join(QStringLiteral("; ")));
+    statusBar()->showMessage(message);
+    // The whole text, for when the bar is too narrow to show it.
+    statusBar()->setToolTip(message);
 }
 
 void TZMapWindow::setProjectPath(const QString& path)

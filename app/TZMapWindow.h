@@ -7,6 +7,8 @@
 #include <QMainWindow>
 #include <QStringList>
 
+#include <vector>
+
 class QAction;
 class QLabel;
 class QProgressBar;
@@ -37,7 +39,7 @@ public:
     bool saveProject(const QString& path);
 
     // Without interaction no message box is shown (for --snapshot).
-    void setInteractive(bool interactive) { mInteractive = interactive; }
+    void setInteractive(bool interactive);
 
     TZMapCanvas* canvas() const { return mCanvas; }
     TZLayerTree* layerTree() const { return mLayerTree; }
@@ -54,6 +56,7 @@ private Q_SLOTS:
     void onOpenData();
     void onOpenRasterFolder();
     void onOpenDataSourceName();
+    void onAddPostgisLayer();
     void onOpenProject();
     bool onSaveProject();
     bool onSaveProjectAs();
@@ -77,6 +80,8 @@ private:
     void clearLayers();
     bool maybeSave();
     void report(const QString& title, const QString& text, bool isError);
+    // Adds opened layers: points over lines over polygons over rasters.
+    int addLayers(std::vector<TZObjects::TERefPtr<TZObjects::TELayer>> layers);
     QString dataFolder() const;
 
     TZMapCanvas* mCanvas = nullptr;
@@ -87,6 +92,7 @@ private:
     QProgressBar* mDrawingBar = nullptr;
     QString mProjectPath;
     QString mLastFolder;
+    QString mLastPostgisSource;  // without its password
     bool mInteractive = true;
     bool mLoading = false;
     TZMapViewport mProjectView;
@@ -94,6 +100,7 @@ private:
     QAction* mActionOpenData = nullptr;
     QAction* mActionOpenRasterFolder = nullptr;
     QAction* mActionOpenSourceName = nullptr;
+    QAction* mActionAddPostgis = nullptr;
     QAction* mActionOpenProject = nullptr;
     QAction* mActionSaveProject = nullptr;
     QAction* mActionSaveProjectAs = nullptr;

@@ -1,5 +1,9 @@
 #include "data/TEFeatureCursor.h"
 
+#include "data/TEGdalSupport.h"
+
+#include <cpl_error.h>
+
 namespace TZObjects {
 
 TEFeatureCursor::TEFeatureCursor(GDALDatasetH dataset, OGRLayerH layer, TERefPtr<TEFields> fields, bool resultSet)
@@ -9,8 +13,9 @@ TEFeatureCursor::TEFeatureCursor(GDALDatasetH dataset, OGRLayerH layer, TERefPtr
         OGR_L_ResetReading(mLayer);
 }
 
-TEFeatureCursor::TEFeatureCursor(TEHandlePool::Lease dataset, OGRLayerH layer, TERefPtr<TEFields> fields)
-    : mLease(std::move(dataset)), mLayer(layer), mFields(std::move(fields))
+TEFeatureCursor::TEFeatureCursor(TEHandlePool::Lease dataset, OGRLayerH layer, TERefPtr<TEFields> fields,
+                                 FailureText failureText)
+    : mLease(std::move(dataset)), mLayer(layer), mFields(std::move(fields)), mFailureText(std::move(failureText))
 {
     if (mLayer)
         OGR_L_ResetReading(mLayer);
@@ -40,10 +45,35 @@ TERefPtr<TEFeature> TEFeatureCursor::NextFeature()
             return {};
         return mFeatures[mNext++];
     }
-    OGRFeatureH feature = ReadOgrFeature();
+    OGRFeatureH feature = ReadNext();
     if (!feature)
         return {};
     return MakeRef<TEFeature>(feature, mFields);
+}
+
+OGRFeatureH TEFeatureCursor::ReadNext()
+{
+    if (!mError.isEmpty())
+        return nullptr;
+    // The end of the features and a failed read both give null; only the
+    // error state tells them apart.
+    CPLErrorReset();
+    OGRFeatureH feature = OGR_L_GetNextFeature(mLayer);
+    while (feature && mSkipWithoutGeometry) {
+        OGRGeometryH geometry = OGR_F_GetGeometryRef(feature);
+        if (geometry && !OGR_G_IsEmpty(geometry))
+            break;
+        OGR_F_Destroy(feature);
+        feature = OGR_L_GetNextFeature(mLayer);
+    }
+    if (feature || CPLGetLastErrorType() < CE_Failure)
+        return feature;
+    const QString gdalError = TEGdalSupport::LastError(QStringLiteral("read error"));
+    mError = mFailureText ? mFailureText(gdalError) : gdalError;
+    // The layer belongs to the dataset, which goes now; the destructor
+    // then leaves both alone.
+    mLease.invalidate();
+    return nullptr;
 }
 
 OGRFeatureH TEFeatureCursor::NextOgrFeature()
@@ -53,20 +83,7 @@ OGRFeatureH TEFeatureCursor::NextOgrFeature()
             return nullptr;
         return OGR_F_Clone(mFeatures[mNext++]->GetHandle());
     }
-    return ReadOgrFeature();
-}
-
-OGRFeatureH TEFeatureCursor::ReadOgrFeature()
-{
-    OGRFeatureH feature = OGR_L_GetNextFeature(mLayer);
-    while (feature && mSkipWithoutGeometry) {
-        OGRGeometryH geometry = OGR_F_GetGeometryRef(feature);
-        if (geometry && !OGR_G_IsEmpty(geometry))
-            break;
-        OGR_F_Destroy(feature);
-        feature = OGR_L_GetNextFeature(mLayer);
-    }
-    return feature;
+    return ReadNext();
 }
 
 TERefPtr<TEFields> TEFeatureCursor::GetFields() const

@@ -5,6 +5,7 @@
 
 #include <gdal.h>
 
+#include <functional>
 #include <vector>
 
 namespace TZObjects {
@@ -20,9 +21,14 @@ public:
     // filtered. When resultSet is true the layer came from ExecuteSQL and is
     // released through the dataset.
     TEFeatureCursor(GDALDatasetH dataset, OGRLayerH layer, TERefPtr<TEFields> fields, bool resultSet = false);
+    // Turns GDAL's text of a failed read into the cursor's error.
+    using FailureText = std::function<QString(const QString& gdalError)>;
+
     // Reads a layer of a dataset lent from a pool; the dataset goes back
-    // when the cursor is destroyed.
-    TEFeatureCursor(TEHandlePool::Lease dataset, OGRLayerH layer, TERefPtr<TEFields> fields);
+    // when the cursor is destroyed. A read that fails drops the dataset
+    // (and the pool's others: a lost server connection spoils them all).
+    TEFeatureCursor(TEHandlePool::Lease dataset, OGRLayerH layer, TERefPtr<TEFields> fields,
+                    FailureText failureText = {});
     // Walks the given features.
     explicit TEFeatureCursor(std::vector<TERefPtr<TEFeature>> features);
     ~TEFeatureCursor() override;
@@ -39,12 +45,17 @@ public:
     // When set, features with no geometry, or an empty one, are skipped.
     void SetSkipFeaturesWithoutGeometry(bool skip) { mSkipWithoutGeometry = skip; }
 
+    // Why reading stopped before the end (a lost server connection, a
+    // failed query); empty while reading goes well and after the last
+    // feature.
+    QString GetError() const { return mError; }
+
     // The fields of the features (those of the first feature for a cursor
     // over given features; empty when there are none).
     TERefPtr<TEFields> GetFields() const;
 
 private:
-    OGRFeatureH ReadOgrFeature();
+    OGRFeatureH ReadNext();
 
     GDALDatasetH mDataset = nullptr;
     TEHandlePool::Lease mLease;
@@ -54,6 +65,8 @@ private:
     TERefPtr<TEFields> mFields;
     std::vector<TERefPtr<TEFeature>> mFeatures;
     size_t mNext = 0;
+    FailureText mFailureText;
+    QString mError;
 };
 
 } // namespace TZObjects

@@ -3,6 +3,7 @@
 #include "data/TEFeatureTable.h"
 #include "data/TEFeaturesCountEvent.h"
 #include "data/TEGdalSupport.h"
+#include "data/TEPostgresSource.h"
 #include "data/TEWhereClause.h"
 #include "renders/TESingleSymbolRender.h"
 #include "symbology/QuickStyle.h"
@@ -11,11 +12,28 @@
 #include <cpl_string.h>
 #include <ogr_srs_api.h>
 
+#include <libpq-fe.h>
 #include <sqlite3.h>
 
 #include <set>
 
 namespace TZObjects {
+
+namespace {
+
+// The libpq connection string of a PostGIS source: GDAL's keys left out,
+// texts in UTF-8 (as GDAL reads them), and a bound on the wait for a server
+// that does not answer.
+QByteArray postgresConnInfo(const QString& source, int timeoutSeconds)
+{
+    TEPostgresSource parsed(source);
+    if (parsed.Value(QStringLiteral("connect_timeout")).isEmpty())
+        parsed.SetValue(QStringLiteral("connect_timeout"), QString::number(timeoutSeconds));
+    parsed.SetValue(QStringLiteral("client_encoding"), QStringLiteral("UTF8"));
+    return parsed.ToConnInfo().toUtf8();
+}
+
+} // namespace
 
 TERefPtr<TEFeatureLayer> TEFeatureLayer::Open(const QString& source, const QString& layerName, QString* error)
 {
@@ -24,18 +42,21 @@ TERefPtr<TEFeatureLayer> TEFeatureLayer::Open(const QString& source, const QStri
     GDALDatasetH dataset = GDALOpenEx(source.toUtf8().constData(), GDAL_OF_VECTOR | GDAL_OF_READONLY,
                                       nullptr, nullptr, nullptr);
     if (!dataset) {
+        // A message may be shown or logged: it never carries a password.
         if (error)
             *error = QStringLiteral("Cannot open \"%1\": %2")
-                         .arg(source, TEGdalSupport::LastError(QStringLiteral("not a vector data source")));
+                         .arg(TEPostgresSource::WithoutPassword(source),
+                              TEPostgresSource::ServerMessage(TEGdalSupport::LastError(QStringLiteral("not a vector data source"))));
         return {};
     }
     OGRLayerH layer = layerName.isEmpty() ? GDALDatasetGetLayer(dataset, 0)
                                           : GDALDatasetGetLayerByName(dataset, layerName.toUtf8().constData());
     if (!layer) {
         GDALClose(dataset);
+        const QString shown = TEPostgresSource::WithoutPassword(source);
         if (error)
-            *error = layerName.isEmpty() ? QStringLiteral("\"%1\" holds no vector layer.").arg(source)
-                                         : QStringLiteral("\"%1\" has no layer \"%2\".").arg(source, layerName);
+            *error = layerName.isEmpty() ? QStringLiteral("\"%1\" holds no vector layer.").arg(shown)
+                                         : QStringLiteral("\"%1\" has no layer \"%2\".").arg(shown, layerName);
         return {};
     }
     TERefPtr<TEFeatureLayer> opened(
@@ -89,8 +110,15 @@ GDALDatasetH TEFeatureLayer::OpenReadDataset(QString* error) const
     CPLErrorReset();
     GDALDatasetH dataset = GDALOpenEx(GetSource().toUtf8().constData(), GDAL_OF_VECTOR | GDAL_OF_READONLY,
                                       nullptr, nullptr, nullptr);
-    if (!dataset && error)
-        *error = QStringLiteral("Cannot reopen \"%1\": %2").arg(GetSource(), TEGdalSupport::LastError());
+    if (!dataset && IsPostgres())
+        mSharedLost = true;
+    if (!dataset && error) {
+        if (IsPostgres())
+            *error = QStringLiteral("Cannot connect to the PostgreSQL server: %1")
+                         .arg(TEPostgresSource::ServerMessage(TEGdalSupport::LastError()));
+        else
+            *error = QStringLiteral("Cannot reopen \"%1\": %2").arg(GetSource(), TEGdalSupport::LastError());
+    }
     return dataset;
 }
 
@@ -132,6 +160,47 @@ TEHandlePool::Lease TEFeatureLayer::AcquireSqlite(QString* error) const
             return db;
         },
         error);
+}
+
+TEHandlePool::Lease TEFeatureLayer::AcquirePostgres(QString* error) const
+{
+    if (!IsPostgres())
+        return {};
+    std::shared_ptr<TEHandlePool> pool;
+    {
+        QMutexLocker lock(&mPoolMutex);
+        if (!mPostgresPool)
+            mPostgresPool = std::make_shared<TEHandlePool>([](void* handle) { PQfinish(static_cast<PGconn*>(handle)); });
+        pool = mPostgresPool;
+    }
+    const QByteArray connInfo = postgresConnInfo(GetSource(), 10);
+    return pool->Acquire(
+        [connInfo](QString* openError) -> void* {
+            PGconn* connection = PQconnectdb(connInfo.constData());
+            if (PQstatus(connection) == CONNECTION_OK)
+                return connection;
+            if (openError)
+                *openError = QStringLiteral("Cannot connect to the PostgreSQL server: %1")
+                                 .arg(TEPostgresSource::ServerMessage(QString::fromUtf8(PQerrorMessage(connection))));
+            PQfinish(connection);
+            return nullptr;
+        },
+        error);
+}
+
+QString TEFeatureLayer::ReadFailure(const QString& gdalError) const
+{
+    ClearReadPools();
+    if (!IsPostgres())
+        return gdalError;
+    mSharedLost = true;
+    // Whether the server is still there tells a lost connection from a
+    // query the server refused.
+    PGconn* probe = PQconnectdb(postgresConnInfo(GetSource(), 5).constData());
+    const bool reachable = PQstatus(probe) == CONNECTION_OK;
+    const QString reason = TEPostgresSource::ServerMessage(reachable ? gdalError : QString::fromUtf8(PQerrorMessage(probe)));
+    PQfinish(probe);
+    return reachable ? reason : QStringLiteral("The connection to the PostgreSQL server is lost: %1").arg(reason);
 }
 
 bool TEFeatureLayer::PrepareLayer(OGRLayerH layer, const TEQueryFilter& filter, QString* error) const
@@ -206,7 +275,9 @@ TERefPtr<TEFeatureCursor> TEFeatureLayer::Search(const TEQueryFilter& filter, QS
     }
     if (!PrepareLayer(layer, effective, error))
         return {};
-    TERefPtr<TEFeatureCursor> cursor = MakeRef<TEFeatureCursor>(std::move(dataset), layer, mFields);
+    const TERefPtr<const TEFeatureLayer> self(this);
+    TERefPtr<TEFeatureCursor> cursor = MakeRef<TEFeatureCursor>(
+        std::move(dataset), layer, mFields, [self](const QString& gdalError) { return self->ReadFailure(gdalError); });
     cursor->SetSkipFeaturesWithoutGeometry(wholeLayer);
     return cursor;
 }
@@ -225,7 +296,7 @@ bool TEFeatureLayer::CoversLayer(OGRLayerH layer, const QRectF& rect)
 TERefPtr<TEFeature> TEFeatureLayer::GetFeature(int id) const
 {
     QMutexLocker lock(&mMutex);
-    if (!mLayer)
+    if (!SharedReady())
         return {};
     OGRFeatureH feature = OGR_L_GetFeature(mLayer, id);
     return feature ? MakeRef<TEFeature>(feature, mFields) : TERefPtr<TEFeature>();
@@ -234,7 +305,7 @@ TERefPtr<TEFeature> TEFeatureLayer::GetFeature(int id) const
 int TEFeatureLayer::GetFeatureCount() const
 {
     QMutexLocker lock(&mMutex);
-    if (!mLayer)
+    if (!SharedReady())
         return 0;
     return int(OGR_L_GetFeatureCount(mLayer, TRUE)) + mEditBuffer->GetCountChange();
 }
@@ -252,7 +323,7 @@ bool TEFeatureLayer::GetExtent(QRectF& extent) const
 {
     QMutexLocker lock(&mMutex);
     OGREnvelope envelope;
-    if (!mLayer || OGR_L_GetGeomType(mLayer) == wkbNone || OGR_L_GetExtent(mLayer, &envelope, TRUE) != OGRERR_NONE)
+    if (!SharedReady() || OGR_L_GetGeomType(mLayer) == wkbNone || OGR_L_GetExtent(mLayer, &envelope, TRUE) != OGRERR_NONE)
         return false;
     extent = QRectF(QPointF(envelope.MinX, envelope.MinY), QPointF(envelope.MaxX, envelope.MaxY));
     return true;
@@ -401,13 +472,15 @@ bool TEFeatureLayer::SaveEdits(QString* error)
     return true;
 }
 
-void TEFeatureLayer::ClearReadPools()
+void TEFeatureLayer::ClearReadPools() const
 {
     QMutexLocker lock(&mPoolMutex);
     if (mReadPool)
         mReadPool->Clear();
     if (mSqlitePool)
         mSqlitePool->Clear();
+    if (mPostgresPool)
+        mPostgresPool->Clear();
 }
 
 void TEFeatureLayer::DiscardEdits()
@@ -442,16 +515,33 @@ bool TEFeatureLayer::WriteEdits(QString* error)
 
     // Reopen the shared handle so counts and extents see the saved data.
     QMutexLocker lock(&mMutex);
+    ReopenShared();
+    return ok;
+}
+
+bool TEFeatureLayer::ReopenShared() const
+{
     GDALDatasetH fresh = OpenReadDataset(nullptr);
     OGRLayerH freshLayer = fresh ? GDALDatasetGetLayerByName(fresh, mSourceLayerName.toUtf8().constData()) : nullptr;
-    if (freshLayer) {
-        GDALClose(mDataset);
-        mDataset = fresh;
-        mLayer = freshLayer;
-    } else if (fresh) {
-        GDALClose(fresh);
+    if (!freshLayer) {
+        if (fresh)
+            GDALClose(fresh);
+        return false;
     }
-    return ok;
+    GDALClose(mDataset);
+    mDataset = fresh;
+    mLayer = freshLayer;
+    mSharedLost = false;
+    return true;
+}
+
+bool TEFeatureLayer::SharedReady() const
+{
+    // After the server went away the shared connection is dead too; it is
+    // replaced once the server answers again.
+    if (mSharedLost)
+        ReopenShared();
+    return mLayer != nullptr;
 }
 
 bool TEFeatureLayer::WriteEditsTo(OGRLayerH layer, const std::vector<TERefPtr<TEFeatureEditBuffer>>& edits,

@@ -123,6 +123,14 @@ protected:
     // A read-only SQLite connection on the source file (GeoPackage and
     // SQLite sources only), lent the same way; empty for other sources.
     TEHandlePool::Lease AcquireSqlite(QString* error) const;
+    // A libpq connection (PGconn*) to the server of a PostGIS source, lent
+    // the same way; empty for other sources.
+    TEHandlePool::Lease AcquirePostgres(QString* error) const;
+    bool IsPostgres() const { return mDriverName == QLatin1String("PostgreSQL"); }
+    // The user's words for a failed read of the saved data: for a server
+    // that can no longer be reached, that the connection is lost and why.
+    // Every pooled handle is dropped, so the next read connects anew.
+    QString ReadFailure(const QString& gdalError) const;
 
     // Gives the layer its opening render: a single symbol of its default style.
     void SetDefaultRender();
@@ -134,14 +142,20 @@ protected:
     static bool WriteEditsTo(OGRLayerH layer, const std::vector<TERefPtr<TEFeatureEditBuffer>>& edits, QString* error);
 
     mutable QMutex mMutex;      // guards mDataset/mLayer, shared by every thread
-    GDALDatasetH mDataset = nullptr;
-    OGRLayerH mLayer = nullptr;
+    mutable GDALDatasetH mDataset = nullptr;
+    mutable OGRLayerH mLayer = nullptr;
 
     void TouchData() { ++mDataRevision; }
 
 private:
     void RaiseCountEvent(TEEventSignal& signal, int id);
-    void ClearReadPools();
+    // Replaces the shared handle with a new one (mMutex held); false, the
+    // old one kept, when the source cannot be opened.
+    bool ReopenShared() const;
+    // With mMutex held: whether the shared layer can be read, after
+    // replacing it when a read found the server gone.
+    bool SharedReady() const;
+    void ClearReadPools() const;
 
     OGRFeatureDefnH mDefinition = nullptr;
     QString mSourceLayerName;
@@ -153,11 +167,14 @@ private:
     mutable TEEventSignal mFeaturesAdded;
     mutable TEEventSignal mFeaturesDeleted;
     std::atomic<unsigned> mDataRevision{0};
+    // A read found the server gone: the shared handle's connection is dead.
+    mutable std::atomic<bool> mSharedLost{false};
 
     // Pools of read handles, made on first use; emptied when edits are saved.
     mutable QMutex mPoolMutex;
     mutable std::shared_ptr<TEHandlePool> mReadPool;
     mutable std::shared_ptr<TEHandlePool> mSqlitePool;
+    mutable std::shared_ptr<TEHandlePool> mPostgresPool;
 };
 
 } // namespace TZObjects

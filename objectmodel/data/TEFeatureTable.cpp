@@ -4,6 +4,7 @@
 #include "data/TEGdalSupport.h"
 #include "data/TEWhereClause.h"
 
+#include <libpq-fe.h>
 #include <ogr_recordbatch.h>
 #include <sqlite3.h>
 
@@ -453,13 +454,20 @@ QString TEFeatureTable::FidColumn() const
 namespace {
 
 // The table name of a layer in its source's SQL ("schema"."table" for a
-// PostGIS layer named schema.table).
+// PostGIS layer named schema.table, or schema.table(geom), GDAL's name for
+// one geometry column of a table that has several).
 QString sqlTable(const QString& layerName, bool postgres)
 {
-    const int dot = layerName.indexOf(QLatin1Char('.'));
-    if (postgres && dot > 0)
-        return quoteIdentifier(layerName.left(dot)) + QLatin1Char('.') + quoteIdentifier(layerName.mid(dot + 1));
-    return quoteIdentifier(layerName);
+    if (!postgres)
+        return quoteIdentifier(layerName);
+    QString name = layerName;
+    const int paren = name.lastIndexOf(QLatin1Char('('));
+    if (paren > 0 && name.endsWith(QLatin1Char(')')))
+        name.truncate(paren);
+    const int dot = name.indexOf(QLatin1Char('.'));
+    if (dot > 0)
+        return quoteIdentifier(name.left(dot)) + QLatin1Char('.') + quoteIdentifier(name.mid(dot + 1));
+    return quoteIdentifier(name);
 }
 
 // " WHERE ..." from the filter's clause and the FIDs to leave out.
@@ -482,17 +490,91 @@ QString sqlWhere(const TEQueryFilter& filter, const QString& fidColumn, const st
 
 } // namespace
 
+bool TEFeatureTable::ReadGroupsPostgres(const std::vector<int>& fieldIndexes, const std::string& separator,
+                                        const TEQueryFilter& filter, RowSink& sink, QString* error) const
+{
+    const QString fidColumn = FidColumn();
+    if (fidColumn.isEmpty())
+        return false;
+    // Only columns whose text from the server is the text a cursor gives:
+    // strings and integers (booleans read as 0 and 1, as GDAL reads them);
+    // not lists, whose texts differ.
+    QStringList columns;
+    QStringList selected;
+    for (int index : fieldIndexes) {
+        const int ogrIndex = mLayer->GetFields()->GetField(index)->GetOgrIndex();
+        OGRFieldDefnH definition = ogrIndex >= 0 ? OGR_FD_GetFieldDefn(mLayer->mDefinition, ogrIndex) : nullptr;
+        const OGRFieldType type = definition ? OGR_Fld_GetType(definition) : OFTMaxType;
+        if (type != OFTString && type != OFTInteger && type != OFTInteger64)
+            return false;
+        const QString column = quoteIdentifier(mLayer->GetFields()->GetField(index)->GetName().toQString());
+        columns << column;
+        selected << (OGR_Fld_GetSubType(definition) == OFSTBoolean ? column + QStringLiteral("::int") : column);
+    }
+    TEHandlePool::Lease lease = mLayer->AcquirePostgres(error);
+    if (!lease)
+        return false;
+    PGconn* connection = static_cast<PGconn*>(lease.get());
+
+    // The filter is the user's condition, checked to be one (it is what the
+    // cursor's GDAL query holds too); the features under edit go in as one
+    // bound array.
+    QStringList terms;
+    if (!filter.GetWhereClause().IsEmpty())
+        terms << QStringLiteral("(%1)").arg(filter.GetWhereClause().toQString());
+    QStringList edited;
+    for (long long id : sink.Edited()) {
+        if (id >= 0)
+            edited << QString::number(id);
+    }
+    const QByteArray editedArray = (QLatin1Char('{') + edited.join(QLatin1Char(',')) + QLatin1Char('}')).toUtf8();
+    if (!edited.isEmpty())
+        terms << QStringLiteral("%1 <> ALL($1::bigint[])").arg(quoteIdentifier(fidColumn));
+    const QString sql = QStringLiteral("SELECT %1, COUNT(*), MIN(%2) FROM %3%4 GROUP BY %5")
+                            .arg(selected.join(QStringLiteral(", ")), quoteIdentifier(fidColumn),
+                                 sqlTable(mLayer->GetSourceLayerName(), true),
+                                 terms.isEmpty() ? QString() : QStringLiteral(" WHERE ") + terms.join(QStringLiteral(" AND ")),
+                                 columns.join(QStringLiteral(", ")));
+    const char* parameters[] = {editedArray.constData()};
+    PGresult* result = PQexecParams(connection, sql.toUtf8().constData(), edited.isEmpty() ? 0 : 1, nullptr,
+                                    parameters, nullptr, nullptr, 0);
+    if (PQresultStatus(result) != PGRES_TUPLES_OK) {
+        if (error)
+            *error = QString::fromUtf8(PQresultErrorMessage(result)).trimmed();
+        PQclear(result);
+        // A connection the server dropped is no use to the next query.
+        if (PQstatus(connection) != CONNECTION_OK)
+            lease.invalidate();
+        return false;
+    }
+    const int n = int(fieldIndexes.size());
+    const int rows = PQntuples(result);
+    std::string key;
+    for (int row = 0; row < rows; ++row) {
+        key.clear();
+        for (int i = 0; i < n; ++i) {
+            if (i)
+                key += separator;
+            // A null reads as "", as ToString gives it.
+            key.append(PQgetvalue(result, row, i), size_t(PQgetlength(result, row, i)));
+        }
+        sink.Group(key, std::atoi(PQgetvalue(result, row, n)), std::atoll(PQgetvalue(result, row, n + 1)));
+    }
+    PQclear(result);
+    return true;
+}
+
 bool TEFeatureTable::ReadPushDown(int fieldIndex, const TEQueryFilter& filter, RowSink& sink, QString* error) const
 {
     // The source's SQL knows nothing of the rectangle; leave that to a scan.
     if (filter.HasSpatialRect())
         return false;
-    const bool postgres = mLayer->GetDriverName() == QLatin1String("PostgreSQL");
+    if (mLayer->IsPostgres())
+        return ReadGroupsPostgres({fieldIndex}, std::string(), filter, sink, error);
+    // GeoPackage and SQLite: a table without an FID column still has rowid.
     QString fidColumn = FidColumn();
-    if (fidColumn.isEmpty() && !postgres)
-        fidColumn = QStringLiteral("rowid");
     if (fidColumn.isEmpty())
-        return false;
+        fidColumn = QStringLiteral("rowid");
     TEHandlePool::Lease lease = mLayer->AcquireReadDataset(error);
     if (!lease)
         return false;
@@ -501,7 +583,7 @@ bool TEFeatureTable::ReadPushDown(int fieldIndex, const TEQueryFilter& filter, R
     const QString column = quoteIdentifier(mLayer->GetFields()->GetField(fieldIndex)->GetName().toQString());
     const QString sql = QStringLiteral("SELECT %1, COUNT(*), MIN(%2) FROM %3%4 GROUP BY %1")
                             .arg(column, quoteIdentifier(fidColumn),
-                                 sqlTable(mLayer->GetSourceLayerName(), postgres),
+                                 sqlTable(mLayer->GetSourceLayerName(), false),
                                  sqlWhere(filter, fidColumn, sink.Edited()));
     CPLErrorReset();
     OGRLayerH rows = GDALDatasetExecuteSQL(dataset, sql.toUtf8().constData(), nullptr, nullptr);
@@ -696,6 +778,11 @@ bool TEFeatureTable::ReadCursor(int fieldIndex, const TEQueryFilter& filter, Row
             sink.Saved(OGR_F_GetFID(feature), valueKey(feature, ogrIndex, type));
         OGR_F_Destroy(feature);
     }
+    if (!cursor->GetError().isEmpty()) {
+        if (error)
+            *error = cursor->GetError();
+        return false;
+    }
     std::stable_sort(rows.begin(), rows.end(),
                      [](const auto& a, const auto& b) { return a.first < b.first; });
     for (const auto& row : rows)
@@ -759,12 +846,12 @@ bool TEFeatureTable::GetKeyTexts(const std::vector<TEString>& fieldNames, const 
 bool TEFeatureTable::ReadKeysPushDown(const std::vector<int>& fieldIndexes, const std::string& separator,
                                       const TEQueryFilter& filter, RowSink& sink) const
 {
-    const bool postgres = mLayer->GetDriverName() == QLatin1String("PostgreSQL");
+    if (mLayer->IsPostgres())
+        return ReadGroupsPostgres(fieldIndexes, separator, filter, sink, nullptr);
+    // GeoPackage and SQLite: a table without an FID column still has rowid.
     QString fidColumn = FidColumn();
-    if (fidColumn.isEmpty() && !postgres)
-        fidColumn = QStringLiteral("rowid");
     if (fidColumn.isEmpty())
-        return false;
+        fidColumn = QStringLiteral("rowid");
     TEHandlePool::Lease lease = mLayer->AcquireReadDataset(nullptr);
     if (!lease)
         return false;
@@ -776,7 +863,7 @@ bool TEFeatureTable::ReadKeysPushDown(const std::vector<int>& fieldIndexes, cons
     const QString grouped = columns.join(QStringLiteral(", "));
     const QString sql = QStringLiteral("SELECT %1, COUNT(*), MIN(%2) FROM %3%4 GROUP BY %1")
                             .arg(grouped, quoteIdentifier(fidColumn),
-                                 sqlTable(mLayer->GetSourceLayerName(), postgres),
+                                 sqlTable(mLayer->GetSourceLayerName(), false),
                                  sqlWhere(filter, fidColumn, sink.Edited()));
     CPLErrorReset();
     OGRLayerH rows = GDALDatasetExecuteSQL(dataset, sql.toUtf8().constData(), nullptr, nullptr);
@@ -814,6 +901,11 @@ bool TEFeatureTable::ReadKeysCursor(const std::vector<int>& fieldIndexes, const 
     while (OGRFeatureH feature = cursor->NextOgrFeature()) {
         sink.Saved(OGR_F_GetFID(feature), joinedKey(feature, ogrIndexes, separator));
         OGR_F_Destroy(feature);
+    }
+    if (!cursor->GetError().isEmpty()) {
+        if (error)
+            *error = cursor->GetError();
+        return false;
     }
     return true;
 }

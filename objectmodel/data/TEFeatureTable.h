@@ -104,6 +104,10 @@ private:
     bool ReadSqlite(int fieldIndex, const TEQueryFilter& filter, RowSink& sink) const;
     bool ReadArrow(int fieldIndex, const TEQueryFilter& filter, RowSink& sink) const;
     bool ReadCursor(int fieldIndex, const TEQueryFilter& filter, RowSink& sink, QString* error) const;
+    // The grouped query run straight through libpq on a PostGIS source (one
+    // field, or several joined by separator).
+    bool ReadGroupsPostgres(const std::vector<int>& fieldIndexes, const std::string& separator,
+                            const TEQueryFilter& filter, RowSink& sink, QString* error) const;
     bool ReadKeysPushDown(const std::vector<int>& fieldIndexes, const std::string& separator,
                           const TEQueryFilter& filter, RowSink& sink) const;
     bool ReadKeysCursor(const std::vector<int>& fieldIndexes, const std::string& separator,

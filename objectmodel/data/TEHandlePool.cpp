@@ -22,6 +22,13 @@ void TEHandlePool::Lease::reset()
     mPool.reset();
 }
 
+void TEHandlePool::Lease::invalidate()
+{
+    if (mPool)
+        mPool->Clear();
+    reset();
+}
+
 TEHandlePool::~TEHandlePool()
 {
     for (void* handle : mIdle)

@@ -37,6 +37,10 @@ public:
         explicit operator bool() const { return mHandle != nullptr; }
         // Gives the handle back now.
         void reset();
+        // The handle is broken (its server connection was lost): it is
+        // closed, and so is every other handle of the pool, idle or lent,
+        // since they reached the same server; the next lease opens anew.
+        void invalidate();
 
     private:
         friend class TEHandlePool;

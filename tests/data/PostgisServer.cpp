@@ -16,6 +16,7 @@ namespace {
 
 const char kUser[] = "tz_test";
 const char kDatabase[] = "tz";
+const char kPasswordGroup[] = "tz_password_users";
 
 // What a crash handler needs to stop the server and remove the folder,
 // kept in plain buffers because only async-signal-safe calls may use them.
@@ -162,6 +163,8 @@ bool PostgisServer::Start()
         return false;
     }
     hba.write(QByteArray("local all ") + kUser + " trust\n");
+    // Roles made by AddPasswordUser log in with their password only.
+    hba.write(QByteArray("local all +") + kPasswordGroup + " scram-sha-256\n");
     hba.close();
     conf.write(QStringLiteral("\nlisten_addresses = ''\nunix_socket_directories = '%1'\nfsync = off\n"
                               "synchronous_commit = off\nfull_page_writes = off\nlog_statement = 'all'\n")
@@ -227,6 +230,11 @@ bool PostgisServer::Pause()
 {
     if (!mRunning)
         return false;
+    // The cluster runs with synchronous_commit off, so an immediate stop
+    // (a crash, to its clients) could lose what was committed a moment ago;
+    // a checkpoint first writes it out.
+    if (!Exec(QStringLiteral("CHECKPOINT")))
+        return false;
     const bool stopped = Run(QStringLiteral("pg_ctl"), {QStringLiteral("-D"), mFolder + QStringLiteral("/data"),
                                                         QStringLiteral("-m"), QStringLiteral("immediate"),
                                                         QStringLiteral("-w"), QStringLiteral("stop")});
@@ -237,6 +245,18 @@ bool PostgisServer::Pause()
 bool PostgisServer::Resume()
 {
     return mRunning && StartServer();
+}
+
+bool PostgisServer::AddPasswordUser(const QString& user, const QString& password)
+{
+    QString quotedPassword = password;
+    quotedPassword.replace(QLatin1Char('\''), QLatin1String("''"));
+    const QString group = QString::fromLatin1(kPasswordGroup);
+    return Exec(QStringLiteral("DO $$ BEGIN IF NOT EXISTS (SELECT FROM pg_roles WHERE rolname = '%1') THEN "
+                               "CREATE ROLE %1 NOLOGIN; END IF; END $$;"
+                               "GRANT pg_read_all_data TO %1;"
+                               "CREATE ROLE \"%2\" LOGIN PASSWORD '%3' IN ROLE %1;")
+                    .arg(group, user, quotedPassword));
 }
 
 QString PostgisServer::ConnInfo() const

@@ -39,6 +39,10 @@ public:
     // The first column of the first row psql gives for the query.
     QString Query(const QString& sql);
 
+    // Adds a role that may read every table and must give its password to
+    // log in (the test superuser needs none).
+    bool AddPasswordUser(const QString& user, const QString& password);
+
     // The server's log: every statement it ran (log_statement is "all").
     // Set TZ_KEEP_POSTGIS_LOG to a path to keep a copy when the cluster goes.
     QString Log() const;

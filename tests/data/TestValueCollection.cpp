@@ -43,6 +43,9 @@ QStringList cursorCounts(const TEFeatureLayer& layer, const QString& field, cons
 {
     std::map<int, QString> byFid;
     TERefPtr<TEFeatureCursor> cursor = layer.Search(filter);
+    // A search that fails gives no values, which no expected list matches.
+    if (!cursor)
+        return {};
     while (TERefPtr<TEFeature> feature = cursor->NextFeature())
         byFid[feature->GetId()] = feature->GetValue(TEString(field)).ToString().toQString();
     QStringList order;
@@ -423,9 +426,9 @@ private Q_SLOTS:
     }
 
     // Server tables of every kind the panels meet: polygons with mixed-case,
-    // reserved and quoted column names and values with quotes, unicode and
-    // nulls; lines; a table without a primary key; a view. Every reading
-    // method gives what a cursor scan gives.
+    // reserved and quoted column names, a boolean, and values with quotes,
+    // unicode and nulls; lines; a table without a primary key; a view. Every
+    // reading method gives what a cursor scan gives.
     void serverTablesEqualCursorScan_data()
     {
         QTest::addColumn<QString>("table");
@@ -433,7 +436,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("where");
         const QString hostile = QStringLiteral("\"select\" = 'O''Brien' OR \"Owner Name\" IS NULL");
         for (const char* table : {"Parcels", "parcel_view", "nopk"}) {
-            for (const char* field : {"select", "Owner Name", "odd\"name", "n"}) {
+            for (const char* field : {"select", "Owner Name", "odd\"name", "n", "open"}) {
                 QTest::newRow(qPrintable(QStringLiteral("%1 %2").arg(table, field))) << table << field << QString();
                 QTest::newRow(qPrintable(QStringLiteral("%1 %2 filtered").arg(table, field)))
                     << table << field << hostile;
@@ -501,6 +504,47 @@ private Q_SLOTS:
         QVERIFY2(!server.Log().contains(where), qPrintable(where));
     }
 
+    // A server that goes away while the layer is open: every read fails
+    // with a message saying so (never an empty result), and once the server
+    // is back the same layer reads again, its stale connections dropped.
+    void lostServerFailsReadsUntilItIsBack()
+    {
+        PostgisServer& server = PostgisServer::Shared();
+        TERefPtr<TEFeatureLayer> layer = openSample(QStringLiteral("postgis"));
+        QVERIFY(layer);
+        const QStringList expected = cursorCounts(*layer, QStringLiteral("kind"), TEQueryFilter());
+        std::vector<TEFeatureTable::ValueCount> counts;
+        QVERIFY(layer->GetDatasource()->GetValueCounts(TEString(L"kind"), TEQueryFilter(), counts));
+        QCOMPARE(describe(counts), expected);
+
+        QVERIFY2(server.Pause(), qPrintable(server.Error()));
+        // Twice: first on the pooled connections the server dropped, then
+        // on new connections the absent server refuses.
+        for (int attempt = 0; attempt < 2; ++attempt) {
+            for (TEFeatureTable::Method method : {TEFeatureTable::Method::PushDown, TEFeatureTable::Method::Cursor}) {
+                TERefPtr<TEFeatureTable> table = layer->GetDatasource();
+                table->SetMethod(method);
+                QString error;
+                const bool read = table->GetValueCounts(TEString(L"kind"), TEQueryFilter(), counts, &error);
+                if (read)
+                    server.Resume();
+                QVERIFY2(!read, qPrintable(describe(counts).join(QLatin1Char(' '))));
+                QVERIFY2(error.contains(QLatin1String("PostgreSQL server")), qPrintable(error));
+            }
+        }
+        QVERIFY2(server.Resume(), qPrintable(server.Error()));
+        QCOMPARE(cursorCounts(*layer, QStringLiteral("kind"), TEQueryFilter()), expected);
+        // Counts and extents, read through the layer's own connection, too.
+        QCOMPARE(layer->GetFeatureCount(), 10);
+        QRectF extent;
+        QVERIFY(layer->GetExtent(extent));
+        QCOMPARE(extent, QRectF(QPointF(0, 0), QPointF(9, 18)));
+        TERefPtr<TEFeatureTable> table = layer->GetDatasource();
+        QVERIFY(table->GetValueCounts(TEString(L"kind"), TEQueryFilter(), counts));
+        QCOMPARE(describe(counts), expected);
+        QCOMPARE(int(table->GetLastMethod()), int(TEFeatureTable::Method::PushDown));
+    }
+
     void memoryLayerScansTheSame()
     {
         TERefPtr<TEMemoryFeatureLayer> layer = memoryLayer();
@@ -523,7 +567,8 @@ private:
         const std::vector<Field> fields = {{QStringLiteral("select"), OFTString},
                                            {QStringLiteral("Owner Name"), OFTString},
                                            {QStringLiteral("odd\"name"), OFTString},
-                                           {QStringLiteral("n"), OFTInteger}};
+                                           {QStringLiteral("n"), OFTInteger},
+                                           {QStringLiteral("open"), OFTInteger, OFSTBoolean}};
         const char* selects[] = {"O'Brien", "say \"hi\"", nullptr, "Zürich", "O'Brien", "東京", "", "a;b"};
         const char* owners[] = {"Ann", nullptr, "Bé", "Ann", "Ann", nullptr, "Carl", "Bé"};
         std::vector<Row> parcels;
@@ -531,7 +576,8 @@ private:
             const int x = i * 10;
             parcels.push_back({QStringLiteral("POLYGON ((%1 0,%2 0,%2 10,%1 10,%1 0))").arg(x).arg(x + 10),
                                {selects[i] ? TEVariant(selects[i]) : TEVariant(), owners[i] ? TEVariant(owners[i]) : TEVariant(),
-                                TEVariant(i % 3 ? "x'y" : "--"), TEVariant(i + 1)}});
+                                TEVariant(i % 3 ? "x'y" : "--"), TEVariant(i + 1),
+                                i == 5 ? TEVariant() : TEVariant(i % 3 ? 1 : 0)}});
         }
         std::vector<Row> roads;
         for (int i = 0; i < 6; ++i)
