@@ -1,6 +1,7 @@
 #include "TZFeatureLayerDrawer.h"
 
 #include "data/TEFeatureCursor.h"
+#include "data/TEGeometry.h"
 #include "renders/TEDiagramRender.h"
 #include "renders/TEDrawContext.h"
 #include "symbology/TEStyleMultiLayer.h"
@@ -12,6 +13,13 @@
 #include <cmath>
 
 using namespace TZObjects;
+
+namespace {
+
+// Features drawn between two chances for the host to show the drawing so far.
+constexpr int CheckpointInterval = 512;
+
+} // namespace
 
 TZFeatureLayerDrawer::TZFeatureLayerDrawer(TERefPtr<TEFeatureLayer> layer, const TEFeatureRender* render,
                                            TERefPtr<TEStyle> defaultStyle)
@@ -25,7 +33,11 @@ TEQueryFilter TZFeatureLayerDrawer::viewFilter(const QRectF& rect) const
 {
     TEQueryFilter filter(mLayer->query_filter().GetWhereClause());
     filter.SetGeometryNeeded(true);
-    filter.SetSpatialRect(rect);
+    // A view holding the whole layer reads it without a rectangle: on a
+    // GeoPackage the rectangle joins the spatial index and doubles the read.
+    QRectF extent;
+    if (!mLayer->GetStoredExtent(extent) || !rect.contains(extent.normalized()))
+        filter.SetSpatialRect(rect);
     // Read only what the render needs; an empty list would mean every
     // field, so with none needed the id alone is asked for.
     std::vector<TEString> fields = mRender ? mRender->GetUsedAttributes() : std::vector<TEString>();
@@ -76,32 +88,37 @@ bool TZFeatureLayerDrawer::draw(QPainter* painter, const TZMapViewport& viewport
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing, true);
     bool finished = true;
-    while (TERefPtr<TEFeature> feature = cursor->NextFeature()) {
+    int sinceCheckpoint = 0;
+    // One feature object is refilled for every feature not kept for a
+    // diagram, and the geometry is drawn where the feature holds it.
+    TERefPtr<TEFeature> feature;
+    while ((feature = cursor->NextFeature(std::move(feature)))) {
         if (context.IsCancelled()) {
             finished = false;
             break;
         }
-        TERefPtr<TEStyle> style = mRender ? mRender->GetStyleByFeature(feature.get(), context.scale) : mDefaultStyle;
+        if (++sinceCheckpoint == CheckpointInterval) {
+            sinceCheckpoint = 0;
+            checkpoint();
+        }
+        const TERefPtr<TEStyle> style =
+            mRender ? mRender->GetStyleByFeature(feature.get(), context.scale) : mDefaultStyle;
         // A diagram is drawn for a feature the background leaves out too.
-        TERefPtr<TEGeometry> geometry = style || diagram ? feature->GetGeometry() : TERefPtr<TEGeometry>();
+        OGRGeometryH geometry = style || diagram ? OGR_F_GetGeometryRef(feature->GetHandle()) : nullptr;
         if (!geometry)
             continue;
-        if (diagram) {
-            QPointF anchor;
-            if (TEDiagramRender::GetAnchor(geometry->GetHandle(), anchor)) {
-                feature->SetGeometry(TERefPtr<TEGeometry>());
-                diagrams.push_back({anchor, feature});
-            }
+        if (style) {
+            const double angle = mRender ? mRender->GetRotationAngle(feature.get()) : 0.0;
+            if (byPriority)
+                pending.push_back({TEGeometry::FromHandleCopy(geometry), style, angle});
+            else if (mSymbols.Draw(painter, style.get(), geometry, toDevice, angle))
+                ++mDrawnCount;
         }
-        if (!style)
-            continue;
-        const double angle = mRender ? mRender->GetRotationAngle(feature.get()) : 0.0;
-        if (byPriority) {
-            pending.push_back({geometry, style, angle});
-            continue;
+        QPointF anchor;
+        if (diagram && TEDiagramRender::GetAnchor(geometry, anchor)) {
+            feature->SetGeometry(TERefPtr<TEGeometry>());
+            diagrams.push_back({anchor, feature});
         }
-        if (style->Draw(painter, geometry->GetHandle(), toDevice, angle))
-            ++mDrawnCount;
     }
     cursor.reset();
     if (finished && byPriority)
@@ -131,9 +148,12 @@ bool TZFeatureLayerDrawer::drawDiagrams(QPainter* painter, TEDiagramRender* rend
     for (const Diagram& item : diagrams)
         features.push_back(item.values.get());
     render->PrepareDiagrams(features);
-    for (const Diagram& item : diagrams) {
+    for (std::size_t i = 0; i < diagrams.size(); ++i) {
+        const Diagram& item = diagrams[i];
         if (context.IsCancelled())
             return false;
+        if (i % CheckpointInterval == 0)
+            checkpoint();
         painter->save();
         if (render->DrawDiagram(painter, item.values.get(), context.mapToDevice.map(item.mapAnchor), context))
             ++mDiagramCount;
@@ -176,13 +196,17 @@ bool TZFeatureLayerDrawer::drawByPriority(QPainter* painter, const std::vector<P
                 return false;
             const Pending& item = pending[i];
             OGRGeometryH handle = item.geometry->GetHandle();
+            if (i % CheckpointInterval == 0)
+                checkpoint();
             if (auto* multi = dynamic_cast<const TEStyleMultiLayer*>(item.style.get())) {
                 for (int index : multi->DrawingOrder()) {
                     const TEStyle* layer = multi->GetLayer(index);
-                    if (layer && layer->GetPriority() == priority && layer->Draw(painter, handle, toDevice, item.angle))
+                    if (layer && layer->GetPriority() == priority
+                        && mSymbols.Draw(painter, layer, handle, toDevice, item.angle))
                         drawn[i] = true;
                 }
-            } else if (item.style->GetPriority() == priority && item.style->Draw(painter, handle, toDevice, item.angle)) {
+            } else if (item.style->GetPriority() == priority
+                       && mSymbols.Draw(painter, item.style.get(), handle, toDevice, item.angle)) {
                 drawn[i] = true;
             }
         }

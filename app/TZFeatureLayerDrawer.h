@@ -5,6 +5,7 @@
 #include "core/TERefPtr.h"
 #include "data/TEFeatureLayer.h"
 #include "renders/TEFeatureRender.h"
+#include "symbology/TEPointSymbolCache.h"
 #include "symbology/TEStyle.h"
 
 namespace TZObjects {
@@ -19,6 +20,10 @@ class TEFeature;
 // render's rotation; a layer without a render in its default style. With
 // priority rendering on, symbols are drawn in passes by their priority so
 // that, say, every road casing lies below every road centre line.
+//
+// Point symbols are copied from an image of each symbol (TEPointSymbolCache)
+// and features are read with the render's fields only; the drawing calls
+// checkpoint() every few hundred features so that the host can show it.
 //
 // A diagram render's style is its background render's; once the background
 // is drawn, each feature in view, styled or not, gets its diagram at the
@@ -66,6 +71,8 @@ private:
     TZObjects::TERefPtr<TZObjects::TEFeatureLayer> mLayer;
     TZObjects::TERefPtr<TZObjects::TEFeatureRender> mRender;
     TZObjects::TERefPtr<TZObjects::TEStyle> mDefaultStyle;
+    // Images of the point symbols of the drawer's own styles.
+    TZObjects::TEPointSymbolCache mSymbols;
     int mDrawnCount = 0;
     int mDiagramCount = 0;
 };

@@ -46,6 +46,17 @@ TERefPtr<TEFeature> TEFeatureCursor::NextFeature()
     return MakeRef<TEFeature>(feature, mFields);
 }
 
+TERefPtr<TEFeature> TEFeatureCursor::NextFeature(TERefPtr<TEFeature> reused)
+{
+    if (!mLayer || !reused || reused->RefCount() != 1 || reused->GetFields() != mFields)
+        return NextFeature();
+    OGRFeatureH feature = OGR_L_GetNextFeature(mLayer);
+    if (!feature)
+        return {};
+    reused->ResetHandle(feature);
+    return reused;
+}
+
 OGRFeatureH TEFeatureCursor::NextOgrFeature()
 {
     if (!mLayer) {

@@ -224,6 +224,17 @@ bool TEFeatureLayer::GetExtent(QRectF& extent) const
     return true;
 }
 
+bool TEFeatureLayer::GetStoredExtent(QRectF& extent) const
+{
+    QMutexLocker lock(&mMutex);
+    OGREnvelope envelope;
+    if (!mLayer || OGR_L_GetGeomType(mLayer) == wkbNone || !OGR_L_TestCapability(mLayer, OLCFastGetExtent)
+        || OGR_L_GetExtent(mLayer, &envelope, FALSE) != OGRERR_NONE)
+        return false;
+    extent = QRectF(QPointF(envelope.MinX, envelope.MinY), QPointF(envelope.MaxX, envelope.MaxY));
+    return true;
+}
+
 QString TEFeatureLayer::GetSpatialReferenceWkt() const
 {
     QMutexLocker lock(&mMutex);

@@ -55,6 +55,10 @@ public:
     int GetFeatureCount() const;
 
     bool GetExtent(QRectF& extent) const override;
+    // The extent as the source keeps it (a GeoPackage's contents table, a
+    // Shapefile's header), false when only a read of the features would give
+    // it. Cheap, for deciding whether a view holds the whole layer.
+    bool GetStoredExtent(QRectF& extent) const;
     QString GetSpatialReferenceWkt() const override;
 
     // A layer opens with a single-symbol render of its default style. An
