@@ -11,6 +11,8 @@
 #include <QPainter>
 
 #include <cmath>
+#include <string>
+#include <unordered_map>
 
 using namespace TZObjects;
 
@@ -18,6 +20,8 @@ namespace {
 
 // Features drawn between two chances for the host to show the drawing so far.
 constexpr int CheckpointInterval = 512;
+// Distinct sets of values whose style a batch drawing remembers.
+constexpr size_t MaxRememberedStyles = 200000;
 
 } // namespace
 
@@ -70,33 +74,52 @@ bool TZFeatureLayerDrawer::draw(QPainter* painter, const TZMapViewport& viewport
 
     // Symbols reach beyond their geometry; a margin keeps edge points whole.
     const double margin = 40.0 * viewport.unitsPerPixel();
-    QString error;
-    TERefPtr<TEFeatureCursor> cursor =
-        mLayer->Search(viewFilter(context.mapExtent.adjusted(-margin, -margin, margin, margin)), &error);
-    if (!cursor) {
-        mErrorText = error;
-        return false;
-    }
-
-    const QTransform& toDevice = context.mapToDevice;
+    const TEQueryFilter filter = viewFilter(context.mapExtent.adjusted(-margin, -margin, margin, margin));
     const bool wholeLayer = mRender && mRender->DrawsWholeLayer();
     // A render drawing from the whole layer draws its own overlay there.
     auto* diagram = wholeLayer ? nullptr : dynamic_cast<TEDiagramRender*>(mRender.get());
     const bool byPriority = mRender && mRender->PriorityRender();
-    std::vector<Pending> pending;
-    std::vector<Diagram> diagrams;
+    // Features drawn one by one as they come are read in batches where
+    // the source gives them fast.
+    const TERefPtr<TEFeatureBatchCursor> batches =
+        wholeLayer || diagram || byPriority ? TERefPtr<TEFeatureBatchCursor>() : mLayer->SearchBatches(filter);
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing, true);
-    bool finished = true;
+    const bool finished = batches ? drawBatches(painter, batches.get(), context)
+                                  : drawFeatures(painter, filter, context, diagram, byPriority);
+    painter->restore();
+    if (!finished)
+        return false;
+    if (wholeLayer && !drawWholeLayer(painter, context))
+        return false;
+    // The render drew what it could (a rule whose filter does not compile
+    // draws nothing); what failed is reported with the layer's name.
+    if (mRender && !mRender->GetLastError().IsEmpty()) {
+        mErrorText = mRender->GetLastError().toQString();
+        return false;
+    }
+    return true;
+}
+
+bool TZFeatureLayerDrawer::drawFeatures(QPainter* painter, const TEQueryFilter& filter, const TEDrawContext& context,
+                                        TEDiagramRender* diagram, bool byPriority)
+{
+    QString error;
+    TERefPtr<TEFeatureCursor> cursor = mLayer->Search(filter, &error);
+    if (!cursor) {
+        mErrorText = error;
+        return false;
+    }
+    const QTransform& toDevice = context.mapToDevice;
+    std::vector<Pending> pending;
+    std::vector<Diagram> diagrams;
     int sinceCheckpoint = 0;
     // One feature object is refilled for every feature not kept for a
     // diagram, and the geometry is drawn where the feature holds it.
     TERefPtr<TEFeature> feature;
     while ((feature = cursor->NextFeature(std::move(feature)))) {
-        if (context.IsCancelled()) {
-            finished = false;
-            break;
-        }
+        if (context.IsCancelled())
+            return false;
         if (++sinceCheckpoint == CheckpointInterval) {
             sinceCheckpoint = 0;
             checkpoint();
@@ -120,22 +143,85 @@ bool TZFeatureLayerDrawer::draw(QPainter* painter, const TZMapViewport& viewport
             diagrams.push_back({anchor, feature});
         }
     }
+    feature.reset();
     cursor.reset();
-    if (finished && byPriority)
-        finished = drawByPriority(painter, pending, toDevice, cancel);
+    if (byPriority && !drawByPriority(painter, pending, toDevice, context.cancel))
+        return false;
     pending.clear();
-    if (finished && diagram)
-        finished = drawDiagrams(painter, diagram, diagrams, context);
-    painter->restore();
-    if (finished && wholeLayer)
-        finished = drawWholeLayer(painter, context);
-    // The render drew what it could (a rule whose filter does not compile
-    // draws nothing); what failed is reported with the layer's name.
-    if (finished && mRender && !mRender->GetLastError().IsEmpty()) {
-        mErrorText = mRender->GetLastError().toQString();
+    return !diagram || drawDiagrams(painter, diagram, diagrams, context);
+}
+
+bool TZFeatureLayerDrawer::drawBatches(QPainter* painter, TEFeatureBatchCursor* batches, const TEDrawContext& context)
+{
+    // Where the style of a feature follows from the values of the fields
+    // the render uses, the render is asked once per distinct set of values
+    // and its answer reused.
+    bool remember = !mRender || mRender->StyleFollowsUsedAttributes();
+    if (mRender) {
+        for (const TEString& name : mRender->GetUsedAttributes())
+            remember = remember && mLayer->GetFields()->FindField(name) >= 2;
+    }
+    const bool rotates = mRender && mRender->IsRotateByField();
+    std::unordered_map<std::string, TERefPtr<TEStyle>> styles;
+    const TERefPtr<TEFeature> feature = batches->MakeFeature();
+    std::string key;
+    const QTransform& toDevice = context.mapToDevice;
+    int sinceCheckpoint = 0;
+    while (batches->NextBatch()) {
+        const int64_t rows = batches->GetRowCount();
+        for (int64_t row = 0; row < rows; ++row) {
+            if (context.IsCancelled())
+                return false;
+            if (++sinceCheckpoint == CheckpointInterval) {
+                sinceCheckpoint = 0;
+                checkpoint();
+            }
+            bool filled = false;
+            const TEStyle* style = mDefaultStyle.get();
+            TERefPtr<TEStyle> asked;
+            if (mRender) {
+                key.clear();
+                batches->AppendKey(row, key);
+                const auto known = remember ? styles.find(key) : styles.end();
+                if (known != styles.end()) {
+                    style = known->second.get();
+                } else {
+                    batches->FillFeature(row, *feature);
+                    filled = true;
+                    asked = mRender->GetStyleByFeature(feature.get(), context.scale);
+                    style = asked.get();
+                    if (remember && styles.size() < MaxRememberedStyles)
+                        styles.emplace(key, asked);
+                }
+            }
+            if (!style)
+                continue;
+            double angle = 0.0;
+            if (rotates) {
+                if (!filled)
+                    batches->FillFeature(row, *feature);
+                filled = true;
+                angle = mRender->GetRotationAngle(feature.get());
+            }
+            double x = 0.0;
+            double y = 0.0;
+            if (batches->GetPoint(row, x, y)) {
+                if (mSymbols.DrawPoint(painter, style, toDevice.map(QPointF(x, y)), angle))
+                    ++mDrawnCount;
+                continue;
+            }
+            if (!filled)
+                batches->FillFeature(row, *feature);
+            OGRGeometryH geometry = OGR_F_GetGeometryRef(feature->GetHandle());
+            if (geometry && mSymbols.Draw(painter, style, geometry, toDevice, angle))
+                ++mDrawnCount;
+        }
+    }
+    if (!batches->GetError().isEmpty()) {
+        mErrorText = batches->GetError();
         return false;
     }
-    return finished;
+    return true;
 }
 
 bool TZFeatureLayerDrawer::drawDiagrams(QPainter* painter, TEDiagramRender* render,

@@ -12,6 +12,7 @@ namespace TZObjects {
 class TEDiagramRender;
 class TEDrawContext;
 class TEFeature;
+class TEFeatureBatchCursor;
 }
 
 // Draws a vector layer: every feature in the viewport with the style its
@@ -22,8 +23,10 @@ class TEFeature;
 // that, say, every road casing lies below every road centre line.
 //
 // Point symbols are copied from an image of each symbol (TEPointSymbolCache)
-// and features are read with the render's fields only; the drawing calls
-// checkpoint() every few hundred features so that the host can show it.
+// and features are read with the render's fields only, in Arrow batches where
+// the source gives them fast (the render is then asked once per distinct set
+// of values); the drawing calls checkpoint() every few hundred features so
+// that the host can show it.
 //
 // A diagram render's style is its background render's; once the background
 // is drawn, each feature in view, styled or not, gets its diagram at the
@@ -61,6 +64,13 @@ private:
         double angle = 0.0;
     };
 
+    // The features read through a cursor: the per-feature pass, then the
+    // priority passes or the diagrams.
+    bool drawFeatures(QPainter* painter, const TZObjects::TEQueryFilter& filter, const TZObjects::TEDrawContext& context,
+                      TZObjects::TEDiagramRender* diagram, bool byPriority);
+    // The features read in batches, each drawn as it comes.
+    bool drawBatches(QPainter* painter, TZObjects::TEFeatureBatchCursor* batches,
+                     const TZObjects::TEDrawContext& context);
     bool drawByPriority(QPainter* painter, const std::vector<Pending>& pending, const QTransform& toDevice,
                         const TZObjects::TETrackCancel* cancel);
     bool drawDiagrams(QPainter* painter, TZObjects::TEDiagramRender* render,

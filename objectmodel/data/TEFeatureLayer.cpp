@@ -197,6 +197,17 @@ TERefPtr<TEFeatureCursor> TEFeatureLayer::Search(const TEQueryFilter& filter, QS
     return MakeRef<TEFeatureCursor>(std::move(dataset), layer, mFields);
 }
 
+TERefPtr<TEFeatureBatchCursor> TEFeatureLayer::SearchBatches(const TEQueryFilter& filter, QString* error) const
+{
+    TEHandlePool::Lease dataset = AcquireReadDataset(nullptr);
+    if (!dataset)
+        return {};
+    OGRLayerH layer = GDALDatasetGetLayerByName(GDALDatasetH(dataset.get()), mSourceLayerName.toUtf8().constData());
+    if (!layer || !PrepareLayer(layer, filter, error) || !OGR_L_TestCapability(layer, OLCFastGetArrowStream))
+        return {};
+    return TEFeatureBatchCursor::Open(std::move(dataset), layer, mFields);
+}
+
 TERefPtr<TEFeature> TEFeatureLayer::GetFeature(int id) const
 {
     QMutexLocker lock(&mMutex);

@@ -42,6 +42,8 @@ size_t TEPointSymbolCache::KeyHash::operator()(const Key& key) const
     return std::hash<const void*>()(key.style) ^ (size_t(key.dpi) << 1) ^ size_t(key.antialiased);
 }
 
+TEPointSymbolCache::~TEPointSymbolCache() = default;
+
 void TEPointSymbolCache::Clear()
 {
     mSymbols.clear();
@@ -84,22 +86,22 @@ const TEPointSymbolCache::Sprite* TEPointSymbolCache::sprite(Symbol& symbol, con
         return nullptr;
     const int dotsPerMeter = qRound(key.dpi / 0.0254);
     for (int size = FirstScratchSize; size <= LargestScratchSize; size *= 2) {
-        if (mScratch.width() != size) {
+        if (mScratch.width() != size || mScratch.dotsPerMeterX() != dotsPerMeter) {
+            mScratchPainter.reset();
             mScratch = QImage(size, size, QImage::Format_ARGB32_Premultiplied);
             mScratch.setDotsPerMeterX(dotsPerMeter);
             mScratch.setDotsPerMeterY(dotsPerMeter);
-        } else if (mScratch.dotsPerMeterX() != dotsPerMeter) {
-            mScratch.setDotsPerMeterX(dotsPerMeter);
-            mScratch.setDotsPerMeterY(dotsPerMeter);
+            // One painter serves every marker drawn there.
+            mScratchPainter = std::make_unique<QPainter>(&mScratch);
         }
-        mScratch.fill(Qt::transparent);
+        QPainter& painter = *mScratchPainter;
+        painter.setCompositionMode(QPainter::CompositionMode_Source);
+        painter.fillRect(mScratch.rect(), Qt::transparent);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+        painter.setRenderHint(QPainter::Antialiasing, key.antialiased);
         const int centre = size / 2;
-        bool drawn = false;
-        {
-            QPainter painter(&mScratch);
-            painter.setRenderHint(QPainter::Antialiasing, key.antialiased);
-            drawn = key.style->DrawPoint(&painter, QPointF(centre + double(stepX) / Steps, centre + double(stepY) / Steps));
-        }
+        const bool drawn =
+            key.style->DrawPoint(&painter, QPointF(centre + double(stepX) / Steps, centre + double(stepY) / Steps));
         if (!drawn) {
             symbol.usable = false;
             return nullptr;

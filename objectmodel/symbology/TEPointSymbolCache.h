@@ -7,6 +7,7 @@
 #include <QPoint>
 
 #include <array>
+#include <memory>
 #include <unordered_map>
 
 class QPainter;
@@ -32,6 +33,7 @@ class TZOBJECTS_EXPORT TEPointSymbolCache
 {
 public:
     TEPointSymbolCache() = default;
+    ~TEPointSymbolCache();
     TEPointSymbolCache(const TEPointSymbolCache&) = delete;
     TEPointSymbolCache& operator=(const TEPointSymbolCache&) = delete;
 
@@ -55,7 +57,7 @@ private:
     // Quarter-pixel positions along each axis.
     static constexpr int Steps = 4;
     // Points of a symbol stroked before its images are made.
-    static constexpr int StrokedFirst = 64;
+    static constexpr int StrokedFirst = 32;
     // The most image memory a cache makes, in bytes.
     static constexpr qint64 MemoryBudget = 64 * 1024 * 1024;
 
@@ -101,8 +103,9 @@ private:
     // The last symbol met, since consecutive points mostly share one.
     Key mLastKey{nullptr, 0, false};
     Symbol* mLastSymbol = nullptr;
-    // Where markers are drawn to be cut out into images.
+    // Where markers are drawn to be cut out into images, and its painter.
     QImage mScratch;
+    std::unique_ptr<QPainter> mScratchPainter;
     qint64 mBytes = 0;
     qint64 mCopied = 0;
 };
