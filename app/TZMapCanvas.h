@@ -1,5 +1,6 @@
 #pragma once
 
+#include "TZMapRenderJob.h"
 #include "TZMapViewport.h"
 
 #include "core/TERefPtr.h"
@@ -14,7 +15,6 @@
 #include <vector>
 
 class QThread;
-class TZMapRenderJob;
 
 // The map canvas: shows its layers (bottom first) drawn off the GUI thread
 // into an image, pans by dragging and zooms with the wheel. It is a map view
@@ -81,9 +81,9 @@ protected:
 private Q_SLOTS:
     void startDrawing();
     void onDrawingDone();
-    void onPartialImage(int drawing, const QImage& image);
 
 private:
+    void onPartialImage(int drawing, const QImage& image);
     void cancelDrawing();
     void updateMetersPerUnit();
 
@@ -97,8 +97,8 @@ private:
     TZMapViewport mPartialViewport;
     // Counts drawings, so that a partial image of one already over is dropped.
     int mDrawing = 0;
-    int mFirstPartialMs = 100;
-    int mPartialEveryMs = 250;
+    int mFirstPartialMs = TZMapRenderJob::DefaultFirstPartialMs;
+    int mPartialEveryMs = TZMapRenderJob::DefaultPartialEveryMs;
     QTimer mRedrawTimer;
     QThread* mThread = nullptr;
     std::unique_ptr<TZMapRenderJob> mJob;

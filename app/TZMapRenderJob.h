@@ -36,6 +36,8 @@ public:
     // When partialImage is emitted: first once firstMs have passed since
     // run() started, then every everyMs; a negative firstMs never.
     void setPartialImageIntervals(int firstMs, int everyMs);
+    static constexpr int DefaultFirstPartialMs = 100;
+    static constexpr int DefaultPartialEveryMs = 250;
 
     const TZMapViewport& viewport() const { return mViewport; }
     // The drawn image; complete only when wasCancelled() is false.
@@ -62,8 +64,8 @@ private:
     QImage mImage;
     std::atomic<bool> mCancelled{false};
     QStringList mErrors;
-    int mFirstPartialMs = 100;
-    int mPartialEveryMs = 250;
+    int mFirstPartialMs = DefaultFirstPartialMs;
+    int mPartialEveryMs = DefaultPartialEveryMs;
     QElapsedTimer mClock;
     qint64 mNextPartialMs = 0;
 };

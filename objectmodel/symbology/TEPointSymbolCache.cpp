@@ -44,15 +44,6 @@ size_t TEPointSymbolCache::KeyHash::operator()(const Key& key) const
 
 TEPointSymbolCache::~TEPointSymbolCache() = default;
 
-void TEPointSymbolCache::Clear()
-{
-    mSymbols.clear();
-    mLastKey = Key{nullptr, 0, false};
-    mLastSymbol = nullptr;
-    mBytes = 0;
-    mCopied = 0;
-}
-
 bool TEPointSymbolCache::canCopyOnto(const QPainter* painter)
 {
     const QPaintDevice* device = painter->device();

@@ -25,10 +25,9 @@ namespace TZObjects {
 // Images are keyed by the style object, the device's DPI and whether the
 // painter anti-aliases. The styles must outlive the cache and not change
 // while it lives: a host keeps one cache per drawing, over its own copy of
-// the render. A symbol is
-// copied only once it has been drawn often enough to repay its images (a
-// rare category is stroked), and images stop being made past a memory
-// budget. Not thread-safe: one cache per drawing thread.
+// the render. A symbol is copied only once it has been drawn often enough to
+// repay its images (a rare category is stroked), and images stop being made
+// past a memory budget. Not thread-safe: one cache per drawing thread.
 class TZOBJECTS_EXPORT TEPointSymbolCache
 {
 public:
@@ -48,8 +47,6 @@ public:
     // from its image where it can be.
     bool DrawPoint(QPainter* painter, const TEStyle* style, const QPointF& device, double angle = 0.0);
 
-    // Forgets every image and style.
-    void Clear();
     // Markers copied from an image so far (the others were stroked).
     qint64 GetCopiedCount() const { return mCopied; }
 

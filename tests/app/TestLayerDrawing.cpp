@@ -82,6 +82,7 @@ QString writeSpots(const QString& folder)
         OGR_L_CreateField(layer, field, TRUE);
         OGR_Fld_Destroy(field);
     }
+    bool written = true;
     for (const Spot& spot : spots()) {
         OGRFeatureH feature = OGR_F_Create(OGR_L_GetLayerDefn(layer));
         if (spot.kind)
@@ -90,11 +91,11 @@ QString writeSpots(const QString& folder)
         OGRGeometryH point = OGR_G_CreateGeometry(wkbPoint);
         OGR_G_SetPoint_2D(point, 0, spot.at.x(), spot.at.y());
         OGR_F_SetGeometryDirectly(feature, point);
-        OGR_L_CreateFeature(layer, feature);
+        written = written && OGR_L_CreateFeature(layer, feature) == OGRERR_NONE;
         OGR_F_Destroy(feature);
     }
     GDALClose(ds);
-    return path;
+    return written ? path : QString();
 }
 
 TERefPtr<TEMemoryFeatureLayer> memorySpots()
