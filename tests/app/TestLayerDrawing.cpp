@@ -214,15 +214,18 @@ private Q_SLOTS:
     {
         QTest::addColumn<bool>("categories");
         QTest::addColumn<bool>("rotated");
-        QTest::newRow("single symbol") << false << false;
-        QTest::newRow("categories with a catch-all") << true << false;
-        QTest::newRow("categories turned by a field") << true << true;
+        QTest::addColumn<QString>("where");
+        QTest::newRow("single symbol") << false << false << QString();
+        QTest::newRow("categories with a catch-all") << true << false << QString();
+        QTest::newRow("categories turned by a field") << true << true << QString();
+        QTest::newRow("the layer's filter") << true << false << QStringLiteral("angle > 50 OR kind = 'a'");
     }
 
     void batchReadDrawsWhatTheCursorDraws()
     {
         QFETCH(bool, categories);
         QFETCH(bool, rotated);
+        QFETCH(QString, where);
         TERefPtr<TEFeatureRender> render = MakeRef<TESingleSymbolRender>(marker(Qt::blue, 2.0));
         if (categories) {
             auto byKind = MakeRef<TECategorizedSymbolRender>(TEString(L"kind"));
@@ -243,11 +246,18 @@ private Q_SLOTS:
         QVERIFY(!memory->SearchBatches(TEQueryFilter()));
         file->SetSymbolRender(render);
         memory->SetSymbolRender(render);
+        file->SetQueryFilter(TEQueryFilter(TEString(where)));
+        memory->SetQueryFilter(TEQueryFilter(TEString(where)));
 
         const TZMapViewport view = AppFixture::squaresViewport();
         const QImage batched = drawLayer(file.get(), view);
         QVERIFY(batched != AppFixture::blankImage(view));
         QVERIFY(batched == drawLayer(memory.get(), view));
+        if (!where.isEmpty()) {
+            // The filter left features out.
+            file->SetQueryFilter(TEQueryFilter());
+            QVERIFY(drawLayer(file.get(), view) != batched);
+        }
     }
 
 private:
