@@ -166,6 +166,11 @@ bool TZFeatureLayerDrawer::drawBatches(QPainter* painter, TEFeatureBatchCursor* 
     const TERefPtr<TEFeature> feature = batches->MakeFeature();
     std::string key;
     const QTransform& toDevice = context.mapToDevice;
+    // Points are mapped by the transform's coefficients where it is affine
+    // (a view's always is), without a call per point.
+    const bool affine = toDevice.isAffine();
+    const double m11 = toDevice.m11(), m12 = toDevice.m12(), m21 = toDevice.m21(), m22 = toDevice.m22();
+    const double dx = toDevice.dx(), dy = toDevice.dy();
     int sinceCheckpoint = 0;
     while (batches->NextBatch()) {
         const int64_t rows = batches->GetRowCount();
@@ -206,7 +211,9 @@ bool TZFeatureLayerDrawer::drawBatches(QPainter* painter, TEFeatureBatchCursor* 
             double x = 0.0;
             double y = 0.0;
             if (batches->GetPoint(row, x, y)) {
-                if (mSymbols.DrawPoint(painter, style, toDevice.map(QPointF(x, y)), angle))
+                const QPointF device = affine ? QPointF(m11 * x + m21 * y + dx, m12 * x + m22 * y + dy)
+                                              : toDevice.map(QPointF(x, y));
+                if (mSymbols.DrawPoint(painter, style, device, angle))
                     ++mDrawnCount;
                 continue;
             }

@@ -46,10 +46,17 @@ TEPointSymbolCache::~TEPointSymbolCache() = default;
 
 bool TEPointSymbolCache::canCopyOnto(const QPainter* painter)
 {
+    // What the device is is read once per device: a drawing paints one.
     const QPaintDevice* device = painter->device();
-    const QPaintEngine* engine = painter->paintEngine();
-    if (!device || !engine || engine->type() != QPaintEngine::Raster || device->devicePixelRatioF() != 1.0
-        || painter->compositionMode() != QPainter::CompositionMode_SourceOver)
+    if (!device)
+        return false;
+    if (device != mDevice) {
+        const QPaintEngine* engine = painter->paintEngine();
+        mDevice = device;
+        mDeviceTakesCopies = engine && engine->type() == QPaintEngine::Raster && device->devicePixelRatioF() == 1.0;
+        mDeviceDpi = qRound(TEStyle::DeviceDpi(painter));
+    }
+    if (!mDeviceTakesCopies || painter->compositionMode() != QPainter::CompositionMode_SourceOver)
         return false;
     // The copy lands on whole pixels: a shift by a fraction of one would
     // move it off the marker's position.
@@ -123,7 +130,7 @@ bool TEPointSymbolCache::DrawPoint(QPainter* painter, const TEStyle* style, cons
         || !std::isfinite(device.x()) || !std::isfinite(device.y()) || std::abs(device.x()) > 1e7
         || std::abs(device.y()) > 1e7)
         return style->DrawPoint(painter, device, angle);
-    const Key key{style, qRound(TEStyle::DeviceDpi(painter)), painter->testRenderHint(QPainter::Antialiasing)};
+    const Key key{style, mDeviceDpi, painter->testRenderHint(QPainter::Antialiasing)};
     Symbol& found = symbol(key);
     if (!found.usable || found.uses < StrokedFirst) {
         ++found.uses;

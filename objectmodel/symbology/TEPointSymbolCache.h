@@ -10,6 +10,7 @@
 #include <memory>
 #include <unordered_map>
 
+class QPaintDevice;
 class QPainter;
 typedef void* OGRGeometryH;
 
@@ -94,7 +95,8 @@ private:
     // The image of the marker drawn at (stepX, stepY) quarters of a pixel,
     // made on first use; null when the style draws the point itself.
     const Sprite* sprite(Symbol& symbol, const Key& key, int stepX, int stepY);
-    static bool canCopyOnto(const QPainter* painter);
+    // Whether a copy onto the painter's device matches a stroked marker.
+    bool canCopyOnto(const QPainter* painter);
 
     std::unordered_map<Key, Symbol, KeyHash> mSymbols;
     // The last symbol met, since consecutive points mostly share one.
@@ -104,6 +106,9 @@ private:
     QImage mScratch;
     std::unique_ptr<QPainter> mScratchPainter;
     qint64 mBytes = 0;
+    const QPaintDevice* mDevice = nullptr;
+    bool mDeviceTakesCopies = false;
+    int mDeviceDpi = 96;
     qint64 mCopied = 0;
 };
 
