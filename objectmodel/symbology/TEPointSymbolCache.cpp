@@ -77,7 +77,9 @@ TEPointSymbolCache::Symbol& TEPointSymbolCache::symbol(const Key& key)
 
 const TEPointSymbolCache::Sprite* TEPointSymbolCache::sprite(Symbol& symbol, const Key& key, int stepX, int stepY)
 {
-    Sprite& sprite = symbol.sprites[size_t(stepY * Steps + stepX)];
+    if (!symbol.sprites)
+        symbol.sprites = std::make_unique<std::array<Sprite, Steps * Steps>>();
+    Sprite& sprite = (*symbol.sprites)[size_t(stepY * Steps + stepX)];
     if (sprite.made)
         return &sprite;
     if (mBytes > MemoryBudget)

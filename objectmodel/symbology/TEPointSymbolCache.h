@@ -73,7 +73,9 @@ private:
         // draws nothing: the style then draws every point itself.
         bool usable = true;
         int uses = 0;
-        std::array<Sprite, Steps * Steps> sprites;
+        // Made with the first image, so that the many rare symbols of a
+        // large category list cost no more than their count.
+        std::unique_ptr<std::array<Sprite, Steps * Steps>> sprites;
     };
 
     struct Key
