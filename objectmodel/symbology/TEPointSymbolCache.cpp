@@ -67,11 +67,11 @@ bool TEPointSymbolCache::canCopyOnto(const QPainter* painter)
 
 TEPointSymbolCache::Symbol& TEPointSymbolCache::symbol(const Key& key)
 {
-    if (mLastSymbol && key == mLastKey)
-        return *mLastSymbol;
+    Recent& recent = mRecent[(reinterpret_cast<quintptr>(key.style) >> 4) % RecentCount];
+    if (recent.symbol && recent.key == key)
+        return *recent.symbol;
     Symbol& found = mSymbols[key];
-    mLastKey = key;
-    mLastSymbol = &found;
+    recent = {key, &found};
     return found;
 }
 

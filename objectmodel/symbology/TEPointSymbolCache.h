@@ -101,9 +101,15 @@ private:
     bool canCopyOnto(const QPainter* painter);
 
     std::unordered_map<Key, Symbol, KeyHash> mSymbols;
-    // The last symbol met, since consecutive points mostly share one.
-    Key mLastKey{nullptr, 0, false};
-    Symbol* mLastSymbol = nullptr;
+    // Symbols met lately, by their style's address: most points find theirs
+    // here without a lookup in mSymbols.
+    struct Recent
+    {
+        Key key{nullptr, 0, false};
+        Symbol* symbol = nullptr;
+    };
+    static constexpr size_t RecentCount = 256;
+    std::array<Recent, RecentCount> mRecent;
     // Where markers are drawn to be cut out into images, and its painter.
     QImage mScratch;
     std::unique_ptr<QPainter> mScratchPainter;
