@@ -46,7 +46,7 @@ TEPointSymbolCache::~TEPointSymbolCache() = default;
 
 bool TEPointSymbolCache::canCopyOnto(const QPainter* painter)
 {
-    // What the device is is read once per device: a drawing paints one.
+    // The device's kind and DPI are read once per device: a drawing paints one.
     const QPaintDevice* device = painter->device();
     if (!device)
         return false;
