@@ -1,6 +1,7 @@
 #include "TZFeatureLayerDrawer.h"
 
 #include "data/TEFeatureCursor.h"
+#include "data/TEGeometry.h"
 #include "renders/TEDiagramRender.h"
 #include "renders/TEDrawContext.h"
 #include "symbology/TEStyleMultiLayer.h"
@@ -10,8 +11,19 @@
 #include <QPainter>
 
 #include <cmath>
+#include <string>
+#include <unordered_map>
 
 using namespace TZObjects;
+
+namespace {
+
+// Features drawn between two chances for the host to show the drawing so far.
+constexpr int CheckpointInterval = 512;
+// Distinct sets of values whose style a batch drawing remembers.
+constexpr size_t MaxRememberedStyles = 200000;
+
+} // namespace
 
 TZFeatureLayerDrawer::TZFeatureLayerDrawer(TERefPtr<TEFeatureLayer> layer, const TEFeatureRender* render,
                                            TERefPtr<TEStyle> defaultStyle)
@@ -25,6 +37,7 @@ TEQueryFilter TZFeatureLayerDrawer::viewFilter(const QRectF& rect) const
 {
     TEQueryFilter filter(mLayer->query_filter().GetWhereClause());
     filter.SetGeometryNeeded(true);
+    // The layer drops a rectangle that holds all of it.
     filter.SetSpatialRect(rect);
     // Read only what the render needs; an empty list would mean every
     // field, so with none needed the id alone is asked for.
@@ -58,72 +71,166 @@ bool TZFeatureLayerDrawer::draw(QPainter* painter, const TZMapViewport& viewport
 
     // Symbols reach beyond their geometry; a margin keeps edge points whole.
     const double margin = 40.0 * viewport.unitsPerPixel();
-    QString error;
-    TERefPtr<TEFeatureCursor> cursor =
-        mLayer->Search(viewFilter(context.mapExtent.adjusted(-margin, -margin, margin, margin)), &error);
-    if (!cursor) {
-        mErrorText = error;
-        return false;
-    }
-
-    const QTransform& toDevice = context.mapToDevice;
+    const TEQueryFilter filter = viewFilter(context.mapExtent.adjusted(-margin, -margin, margin, margin));
     const bool wholeLayer = mRender && mRender->DrawsWholeLayer();
     // A render drawing from the whole layer draws its own overlay there.
     auto* diagram = wholeLayer ? nullptr : dynamic_cast<TEDiagramRender*>(mRender.get());
     const bool byPriority = mRender && mRender->PriorityRender();
-    std::vector<Pending> pending;
-    std::vector<Diagram> diagrams;
+    // Features drawn one by one as they come are read in batches where
+    // the source gives them fast.
+    const TERefPtr<TEFeatureBatchCursor> batches =
+        wholeLayer || diagram || byPriority ? TERefPtr<TEFeatureBatchCursor>() : mLayer->SearchBatches(filter);
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing, true);
-    bool finished = true;
-    while (TERefPtr<TEFeature> feature = cursor->NextFeature()) {
-        if (context.IsCancelled()) {
-            finished = false;
-            break;
-        }
-        TERefPtr<TEStyle> style = mRender ? mRender->GetStyleByFeature(feature.get(), context.scale) : mDefaultStyle;
-        // A diagram is drawn for a feature the background leaves out too.
-        TERefPtr<TEGeometry> geometry = style || diagram ? feature->GetGeometry() : TERefPtr<TEGeometry>();
-        if (!geometry)
-            continue;
-        if (diagram) {
-            QPointF anchor;
-            if (TEDiagramRender::GetAnchor(geometry->GetHandle(), anchor)) {
-                feature->SetGeometry(TERefPtr<TEGeometry>());
-                diagrams.push_back({anchor, feature});
-            }
-        }
-        if (!style)
-            continue;
-        const double angle = mRender ? mRender->GetRotationAngle(feature.get()) : 0.0;
-        if (byPriority) {
-            pending.push_back({geometry, style, angle});
-            continue;
-        }
-        if (style->Draw(painter, geometry->GetHandle(), toDevice, angle))
-            ++mDrawnCount;
-    }
-    // A read that failed (the server went away) is no end of the layer.
-    if (finished && !cursor->GetError().isEmpty()) {
-        mErrorText = cursor->GetError();
-        finished = false;
-    }
-    cursor.reset();
-    if (finished && byPriority)
-        finished = drawByPriority(painter, pending, toDevice, cancel);
-    pending.clear();
-    if (finished && diagram)
-        finished = drawDiagrams(painter, diagram, diagrams, context);
+    const bool finished = batches ? drawBatches(painter, batches.get(), context)
+                                  : drawFeatures(painter, filter, context, diagram, byPriority);
     painter->restore();
-    if (finished && wholeLayer)
-        finished = drawWholeLayer(painter, context);
+    if (!finished)
+        return false;
+    if (wholeLayer && !drawWholeLayer(painter, context))
+        return false;
     // The render drew what it could (a rule whose filter does not compile
     // draws nothing); what failed is reported with the layer's name.
-    if (finished && mRender && !mRender->GetLastError().IsEmpty()) {
+    if (mRender && !mRender->GetLastError().IsEmpty()) {
         mErrorText = mRender->GetLastError().toQString();
         return false;
     }
-    return finished;
+    return true;
+}
+
+bool TZFeatureLayerDrawer::drawFeatures(QPainter* painter, const TEQueryFilter& filter, const TEDrawContext& context,
+                                        TEDiagramRender* diagram, bool byPriority)
+{
+    QString error;
+    TERefPtr<TEFeatureCursor> cursor = mLayer->Search(filter, &error);
+    if (!cursor) {
+        mErrorText = error;
+        return false;
+    }
+    const QTransform& toDevice = context.mapToDevice;
+    std::vector<Pending> pending;
+    std::vector<Diagram> diagrams;
+    int sinceCheckpoint = 0;
+    // One feature object is refilled for every feature not kept for a
+    // diagram, and the geometry is drawn where the feature holds it.
+    TERefPtr<TEFeature> feature;
+    while ((feature = cursor->NextFeature(std::move(feature)))) {
+        if (context.IsCancelled())
+            return false;
+        if (++sinceCheckpoint == CheckpointInterval) {
+            sinceCheckpoint = 0;
+            checkpoint();
+        }
+        const TERefPtr<TEStyle> style =
+            mRender ? mRender->GetStyleByFeature(feature.get(), context.scale) : mDefaultStyle;
+        // A diagram is drawn for a feature the background leaves out too.
+        OGRGeometryH geometry = style || diagram ? OGR_F_GetGeometryRef(feature->GetHandle()) : nullptr;
+        if (!geometry)
+            continue;
+        if (style) {
+            const double angle = mRender ? mRender->GetRotationAngle(feature.get()) : 0.0;
+            if (byPriority)
+                pending.push_back({TEGeometry::FromHandleCopy(geometry), style, angle});
+            else if (mSymbols.Draw(painter, style.get(), geometry, toDevice, angle))
+                ++mDrawnCount;
+        }
+        QPointF anchor;
+        if (diagram && TEDiagramRender::GetAnchor(geometry, anchor)) {
+            feature->SetGeometry(TERefPtr<TEGeometry>());
+            diagrams.push_back({anchor, feature});
+        }
+    }
+    feature.reset();
+    // A read that failed (the server went away) is no end of the layer.
+    if (!cursor->GetError().isEmpty()) {
+        mErrorText = cursor->GetError();
+        return false;
+    }
+    cursor.reset();
+    if (byPriority && !drawByPriority(painter, pending, toDevice, context.cancel))
+        return false;
+    pending.clear();
+    return !diagram || drawDiagrams(painter, diagram, diagrams, context);
+}
+
+bool TZFeatureLayerDrawer::drawBatches(QPainter* painter, TEFeatureBatchCursor* batches, const TEDrawContext& context)
+{
+    // Where the style of a feature follows from the values of the fields
+    // the render uses, the render is asked once per distinct set of values
+    // and its answer reused.
+    bool remember = !mRender || mRender->StyleFollowsUsedAttributes();
+    if (mRender) {
+        for (const TEString& name : mRender->GetUsedAttributes())
+            remember = remember && mLayer->GetFields()->FindField(name) >= 2;
+    }
+    const bool rotates = mRender && mRender->IsRotateByField();
+    std::unordered_map<std::string, TERefPtr<TEStyle>> styles;
+    const TERefPtr<TEFeature> feature = batches->MakeFeature();
+    std::string key;
+    const QTransform& toDevice = context.mapToDevice;
+    // Points are mapped by the transform's coefficients where it is affine
+    // (a view's always is), without a call per point.
+    const bool affine = toDevice.isAffine();
+    const double m11 = toDevice.m11(), m12 = toDevice.m12(), m21 = toDevice.m21(), m22 = toDevice.m22();
+    const double dx = toDevice.dx(), dy = toDevice.dy();
+    int sinceCheckpoint = 0;
+    while (batches->NextBatch()) {
+        const int64_t rows = batches->GetRowCount();
+        for (int64_t row = 0; row < rows; ++row) {
+            if (context.IsCancelled())
+                return false;
+            if (++sinceCheckpoint == CheckpointInterval) {
+                sinceCheckpoint = 0;
+                checkpoint();
+            }
+            bool filled = false;
+            const TEStyle* style = mDefaultStyle.get();
+            TERefPtr<TEStyle> asked;
+            if (mRender) {
+                key.clear();
+                batches->AppendKey(row, key);
+                const auto known = remember ? styles.find(key) : styles.end();
+                if (known != styles.end()) {
+                    style = known->second.get();
+                } else {
+                    batches->FillFeature(row, *feature);
+                    filled = true;
+                    asked = mRender->GetStyleByFeature(feature.get(), context.scale);
+                    style = asked.get();
+                    if (remember && styles.size() < MaxRememberedStyles)
+                        styles.emplace(key, asked);
+                }
+            }
+            if (!style)
+                continue;
+            double angle = 0.0;
+            if (rotates) {
+                if (!filled)
+                    batches->FillFeature(row, *feature);
+                filled = true;
+                angle = mRender->GetRotationAngle(feature.get());
+            }
+            double x = 0.0;
+            double y = 0.0;
+            if (batches->GetPoint(row, x, y)) {
+                const QPointF device = affine ? QPointF(m11 * x + m21 * y + dx, m12 * x + m22 * y + dy)
+                                              : toDevice.map(QPointF(x, y));
+                if (mSymbols.DrawPoint(painter, style, device, angle))
+                    ++mDrawnCount;
+                continue;
+            }
+            if (!filled)
+                batches->FillFeature(row, *feature);
+            OGRGeometryH geometry = OGR_F_GetGeometryRef(feature->GetHandle());
+            if (geometry && mSymbols.Draw(painter, style, geometry, toDevice, angle))
+                ++mDrawnCount;
+        }
+    }
+    if (!batches->GetError().isEmpty()) {
+        mErrorText = batches->GetError();
+        return false;
+    }
+    return true;
 }
 
 bool TZFeatureLayerDrawer::drawDiagrams(QPainter* painter, TEDiagramRender* render,
@@ -136,9 +243,12 @@ bool TZFeatureLayerDrawer::drawDiagrams(QPainter* painter, TEDiagramRender* rend
     for (const Diagram& item : diagrams)
         features.push_back(item.values.get());
     render->PrepareDiagrams(features);
-    for (const Diagram& item : diagrams) {
+    for (std::size_t i = 0; i < diagrams.size(); ++i) {
+        const Diagram& item = diagrams[i];
         if (context.IsCancelled())
             return false;
+        if (i % CheckpointInterval == 0)
+            checkpoint();
         painter->save();
         if (render->DrawDiagram(painter, item.values.get(), context.mapToDevice.map(item.mapAnchor), context))
             ++mDiagramCount;
@@ -185,13 +295,17 @@ bool TZFeatureLayerDrawer::drawByPriority(QPainter* painter, const std::vector<P
                 return false;
             const Pending& item = pending[i];
             OGRGeometryH handle = item.geometry->GetHandle();
+            if (i % CheckpointInterval == 0)
+                checkpoint();
             if (auto* multi = dynamic_cast<const TEStyleMultiLayer*>(item.style.get())) {
                 for (int index : multi->DrawingOrder()) {
                     const TEStyle* layer = multi->GetLayer(index);
-                    if (layer && layer->GetPriority() == priority && layer->Draw(painter, handle, toDevice, item.angle))
+                    if (layer && layer->GetPriority() == priority
+                        && mSymbols.Draw(painter, layer, handle, toDevice, item.angle))
                         drawn[i] = true;
                 }
-            } else if (item.style->GetPriority() == priority && item.style->Draw(painter, handle, toDevice, item.angle)) {
+            } else if (item.style->GetPriority() == priority
+                       && mSymbols.Draw(painter, item.style.get(), handle, toDevice, item.angle)) {
                 drawn[i] = true;
             }
         }

@@ -5,12 +5,14 @@
 #include "core/TERefPtr.h"
 #include "data/TEFeatureLayer.h"
 #include "renders/TEFeatureRender.h"
+#include "symbology/TEPointSymbolCache.h"
 #include "symbology/TEStyle.h"
 
 namespace TZObjects {
 class TEDiagramRender;
 class TEDrawContext;
 class TEFeature;
+class TEFeatureBatchCursor;
 }
 
 // Draws a vector layer: every feature in the viewport with the style its
@@ -19,6 +21,12 @@ class TEFeature;
 // render's rotation; a layer without a render in its default style. With
 // priority rendering on, symbols are drawn in passes by their priority so
 // that, say, every road casing lies below every road centre line.
+//
+// Point symbols are copied from an image of each symbol (TEPointSymbolCache)
+// and features are read with the render's fields only, in Arrow batches where
+// the source gives them fast (the render is then asked once per distinct set
+// of values); the drawing calls checkpoint() every few hundred features so
+// that the host can show it.
 //
 // A diagram render's style is its background render's; once the background
 // is drawn, each feature in view, styled or not, gets its diagram at the
@@ -56,6 +64,13 @@ private:
         double angle = 0.0;
     };
 
+    // The features read through a cursor: the per-feature pass, then the
+    // priority passes or the diagrams.
+    bool drawFeatures(QPainter* painter, const TZObjects::TEQueryFilter& filter, const TZObjects::TEDrawContext& context,
+                      TZObjects::TEDiagramRender* diagram, bool byPriority);
+    // The features read in batches, each drawn as it comes.
+    bool drawBatches(QPainter* painter, TZObjects::TEFeatureBatchCursor* batches,
+                     const TZObjects::TEDrawContext& context);
     bool drawByPriority(QPainter* painter, const std::vector<Pending>& pending, const QTransform& toDevice,
                         const TZObjects::TETrackCancel* cancel);
     bool drawDiagrams(QPainter* painter, TZObjects::TEDiagramRender* render,
@@ -66,6 +81,8 @@ private:
     TZObjects::TERefPtr<TZObjects::TEFeatureLayer> mLayer;
     TZObjects::TERefPtr<TZObjects::TEFeatureRender> mRender;
     TZObjects::TERefPtr<TZObjects::TEStyle> mDefaultStyle;
+    // Images of the point symbols of the drawer's own styles.
+    TZObjects::TEPointSymbolCache mSymbols;
     int mDrawnCount = 0;
     int mDiagramCount = 0;
 };

@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <memory>
 
 class QPainter;
@@ -31,15 +32,26 @@ public:
     // or failed (errorText() then tells why).
     virtual bool draw(QPainter* painter, const TZMapViewport& viewport, const TZObjects::TETrackCancel* cancel) = 0;
 
+    // Called on the drawing thread every few hundred features, between two
+    // features, so that the host can show what is drawn so far.
+    void setCheckpoint(std::function<void()> checkpoint) { mCheckpoint = std::move(checkpoint); }
+
     QString errorText() const { return mErrorText; }
     // The name of the layer drawn, for messages.
     QString layerName() const { return mLayerName; }
 
 protected:
+    void checkpoint() const
+    {
+        if (mCheckpoint)
+            mCheckpoint();
+    }
+
     QString mErrorText;
 
 private:
     static std::unique_ptr<TZLayerDrawer> makeDrawer(TZObjects::TELayer* layer);
 
     QString mLayerName;
+    std::function<void()> mCheckpoint;
 };

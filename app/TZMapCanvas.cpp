@@ -156,7 +156,12 @@ void TZMapCanvas::startDrawing()
     GetTrackCancel()->Reset();
     mJob = std::make_unique<TZMapRenderJob>(mViewport, std::move(drawers), GetTrackCancel(),
                                             palette().color(QPalette::Base));
+    mJob->setPartialImageIntervals(mFirstPartialMs, mPartialEveryMs);
     connect(mJob.get(), &TZMapRenderJob::progress, this, &TZMapCanvas::drawingProgress, Qt::QueuedConnection);
+    const int drawing = ++mDrawing;
+    connect(
+        mJob.get(), &TZMapRenderJob::partialImage, this,
+        [this, drawing](const QImage& image) { onPartialImage(drawing, image); }, Qt::QueuedConnection);
     TZMapRenderJob* job = mJob.get();
     mThread = QThread::create([job] { job->run(); });
     connect(mThread, &QThread::finished, this, &TZMapCanvas::onDrawingDone);
@@ -174,11 +179,30 @@ void TZMapCanvas::onDrawingDone()
     if (complete) {
         mImage = job->image();
         mImageViewport = job->viewport();
+        mPartial = QImage();
         update();
     }
     if (mRedrawPending)
         mRedrawTimer.start();
     Q_EMIT drawingFinished(complete, job->errors());
+}
+
+void TZMapCanvas::onPartialImage(int drawing, const QImage& image)
+{
+    // Only the drawing in progress shows its progress, and not once the
+    // view has changed under it.
+    if (drawing != mDrawing || !mJob || GetTrackCancel()->IsCancelled())
+        return;
+    mPartial = image;
+    mPartialViewport = mJob->viewport();
+    update();
+    Q_EMIT partialImageShown();
+}
+
+void TZMapCanvas::setPartialImageIntervals(int firstMs, int everyMs)
+{
+    mFirstPartialMs = firstMs;
+    mPartialEveryMs = everyMs;
 }
 
 void TZMapCanvas::updateMetersPerUnit()
@@ -205,13 +229,16 @@ void TZMapCanvas::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.fillRect(rect(), palette().color(QPalette::Base));
-    if (mImage.isNull() || !mImageViewport.isValid())
+    const bool partial = !mPartial.isNull();
+    const QImage& image = partial ? mPartial : mImage;
+    const TZMapViewport& imageViewport = partial ? mPartialViewport : mImageViewport;
+    if (image.isNull() || !imageViewport.isValid())
         return;
     // The last drawing where it lies in the current view.
-    const QRectF drawn = mImageViewport.mapExtent();
+    const QRectF drawn = imageViewport.mapExtent();
     const QRectF target = QRectF(mViewport.toDevice(drawn.topLeft()), mViewport.toDevice(drawn.bottomRight())).normalized();
     painter.setRenderHint(QPainter::SmoothPixmapTransform, true);
-    painter.drawImage(target, mImage);
+    painter.drawImage(target, image);
 }
 
 void TZMapCanvas::resizeEvent(QResizeEvent*)

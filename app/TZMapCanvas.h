@@ -1,5 +1,6 @@
 #pragma once
 
+#include "TZMapRenderJob.h"
 #include "TZMapViewport.h"
 
 #include "core/TERefPtr.h"
@@ -14,14 +15,15 @@
 #include <vector>
 
 class QThread;
-class TZMapRenderJob;
 
 // The map canvas: shows its layers (bottom first) drawn off the GUI thread
 // into an image, pans by dragging and zooms with the wheel. It is a map view
 // of the object model and makes itself the active one, so a render panel's
 // Apply cancels its drawing through the view's TETrackCancel. Any change of
 // the view or of the layers cancels the drawing in progress and starts a new
-// one; meanwhile the last image is shown moved and scaled to fit.
+// one; meanwhile the last image is shown moved and scaled to fit, until the
+// new drawing shows what it has drawn so far (every few hundred
+// milliseconds), so that a large layer appears at once and fills in.
 class TZMapCanvas : public QWidget, public TZObjects::TEMapView
 {
     Q_OBJECT
@@ -47,6 +49,8 @@ public:
     bool isDrawing() const;
     // The last complete drawing.
     QImage mapImage() const { return mImage; }
+    // When a drawing shows its progress (TZMapRenderJob::setPartialImageIntervals).
+    void setPartialImageIntervals(int firstMs, int everyMs);
 
 public Q_SLOTS:
     // Draws again (after a short delay that gathers quick successive calls).
@@ -60,6 +64,8 @@ Q_SIGNALS:
     void mouseMapPosition(const QPointF& map);
     void drawingStarted();
     void drawingProgress(int layersDone, int layerCount);
+    // The drawing in progress showed what it has drawn so far.
+    void partialImageShown();
     // complete is false when the drawing was cancelled; errors lists the
     // layers that could not be drawn.
     void drawingFinished(bool complete, const QStringList& errors);
@@ -77,6 +83,7 @@ private Q_SLOTS:
     void onDrawingDone();
 
 private:
+    void onPartialImage(int drawing, const QImage& image);
     void cancelDrawing();
     void updateMetersPerUnit();
 
@@ -84,6 +91,14 @@ private:
     TZMapViewport mViewport;
     QImage mImage;
     TZMapViewport mImageViewport;
+    // What the drawing in progress (or the last one cancelled) has drawn so
+    // far; shown instead of mImage while it is there.
+    QImage mPartial;
+    TZMapViewport mPartialViewport;
+    // Counts drawings, so that a partial image of one already over is dropped.
+    int mDrawing = 0;
+    int mFirstPartialMs = TZMapRenderJob::DefaultFirstPartialMs;
+    int mPartialEveryMs = TZMapRenderJob::DefaultPartialEveryMs;
     QTimer mRedrawTimer;
     QThread* mThread = nullptr;
     std::unique_ptr<TZMapRenderJob> mJob;

@@ -14,7 +14,7 @@ namespace BenchSupport {
 namespace {
 
 bool makePointGeoPackage(const QString& path, int count, const std::vector<Field>& fields, unsigned seed,
-                         const FillFeature& fill)
+                         const FillFeature& fill, const PlacePoint& place)
 {
     // Written under another name and renamed when complete, so an
     // interrupted run never leaves a partial file to be reused.
@@ -43,7 +43,8 @@ bool makePointGeoPackage(const QString& path, int count, const std::vector<Field
         state = state * 1103515245u + 12345u;
         OGR_F_SetFID(feature, OGRNullFID);
         fill(feature, i, state);
-        OGR_G_SetPoint_2D(point, 0, (i % 1000) * 0.01, (i / 1000) * 0.01);
+        const QPointF at = place ? place(i, state) : QPointF((i % 1000) * 0.01, (i / 1000) * 0.01);
+        OGR_G_SetPoint_2D(point, 0, at.x(), at.y());
         OGR_F_SetGeometry(feature, point);
         ok = OGR_L_CreateFeature(layer, feature) == OGRERR_NONE;
     }
@@ -57,7 +58,8 @@ bool makePointGeoPackage(const QString& path, int count, const std::vector<Field
 } // namespace
 
 QString ensurePointGeoPackage(const QString& folder, const QString& fileName, int count,
-                              const std::vector<Field>& fields, unsigned seed, const FillFeature& fill)
+                              const std::vector<Field>& fields, unsigned seed, const FillFeature& fill,
+                              const PlacePoint& place)
 {
     QDir().mkpath(folder);
     const QString path = QDir(folder).filePath(fileName);
@@ -65,7 +67,7 @@ QString ensurePointGeoPackage(const QString& folder, const QString& fileName, in
         return path;
     std::printf("Making %s (%d points, done once)...\n", qPrintable(path), count);
     std::fflush(stdout);
-    if (!makePointGeoPackage(path, count, fields, seed, fill)) {
+    if (!makePointGeoPackage(path, count, fields, seed, fill, place)) {
         std::fprintf(stderr, "Cannot make %s: %s\n", qPrintable(path), CPLGetLastErrorMsg());
         return QString();
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointF>
 #include <QString>
 
 #include <ogr_api.h>
@@ -20,12 +21,16 @@ struct Field
 
 // Sets a feature's attributes from the i-th point's pseudo-random state.
 using FillFeature = std::function<void(OGRFeatureH feature, int index, unsigned state)>;
+// Gives the i-th point's coordinates from its pseudo-random state.
+using PlacePoint = std::function<QPointF(int index, unsigned state)>;
 
 // The GeoPackage folder/fileName, made first (count points in a layer
 // "points" with the given fields, deterministic for a seed) when it is not
-// there yet; later runs reuse it. Empty when it cannot be made.
+// there yet; later runs reuse it. Empty when it cannot be made. Without
+// place the points lie on a grid 1000 wide, 0.01 apart.
 QString ensurePointGeoPackage(const QString& folder, const QString& fileName, int count,
-                              const std::vector<Field>& fields, unsigned seed, const FillFeature& fill);
+                              const std::vector<Field>& fields, unsigned seed, const FillFeature& fill,
+                              const PlacePoint& place = {});
 
 // The process's resident memory in kB (VmRSS of /proc/self/status), 0 when unknown.
 long residentKb();

@@ -15,6 +15,15 @@ TEFeature::~TEFeature()
         OGR_F_Destroy(mHandle);
 }
 
+void TEFeature::ResetHandle(OGRFeatureH handle)
+{
+    if (mHandle == handle)
+        return;
+    if (mHandle)
+        OGR_F_Destroy(mHandle);
+    mHandle = handle;
+}
+
 int TEFeature::GetId() const
 {
     return int(OGR_F_GetFID(mHandle));

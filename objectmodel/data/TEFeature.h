@@ -40,6 +40,11 @@ public:
     const TERefPtr<TEFields>& GetFields() const { return mFields; }
     TERefPtr<TEFeature> Clone() const;
 
+    // Takes ownership of another OGR feature of the same fields in place of
+    // the one held, so that a reader walking many features can reuse one
+    // object (see TEFeatureCursor::NextFeature).
+    void ResetHandle(OGRFeatureH handle);
+
     // Valid while this feature lives; for OGR calls such as where-clause
     // evaluation (see TEWhereClause).
     OGRFeatureH GetHandle() const { return mHandle; }

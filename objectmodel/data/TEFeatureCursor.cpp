@@ -76,6 +76,17 @@ OGRFeatureH TEFeatureCursor::ReadNext()
     return nullptr;
 }
 
+TERefPtr<TEFeature> TEFeatureCursor::NextFeature(TERefPtr<TEFeature> reused)
+{
+    if (!mLayer || !reused || reused->RefCount() != 1 || reused->GetFields() != mFields)
+        return NextFeature();
+    OGRFeatureH feature = ReadNext();
+    if (!feature)
+        return {};
+    reused->ResetHandle(feature);
+    return reused;
+}
+
 OGRFeatureH TEFeatureCursor::NextOgrFeature()
 {
     if (!mLayer) {

@@ -37,6 +37,9 @@ public:
 
     // The next feature, or an empty pointer after the last one.
     TERefPtr<TEFeature> NextFeature();
+    // The same, refilling reused (the feature this cursor gave before) in
+    // place when nothing else holds it, instead of making a new object.
+    TERefPtr<TEFeature> NextFeature(TERefPtr<TEFeature> reused);
 
     // The next raw OGR feature (caller destroys it), or null at the end; for
     // scans that read one field and want no per-feature allocation beyond OGR's.

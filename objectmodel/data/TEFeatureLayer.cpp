@@ -261,20 +261,11 @@ TERefPtr<TEFeatureCursor> TEFeatureLayer::Search(const TEQueryFilter& filter, QS
             *error = QStringLiteral("Layer \"%1\" is gone from \"%2\".").arg(mSourceLayerName, GetSource());
         return {};
     }
-    // A rectangle holding the whole layer filters nothing, but the driver
-    // still tests every feature against it (a GeoPackage walks its R-tree).
-    // The layer is then read plainly and the cursor drops the features
-    // without geometry, which the rectangle would have left out. Servers keep
-    // their rectangle: their extent may be an estimate.
-    TEQueryFilter effective = filter;
-    const bool wholeLayer = filter.HasSpatialRect() && GetDriverName() != QLatin1String("PostgreSQL")
-        && CoversLayer(layer, filter.GetSpatialRect());
-    if (wholeLayer) {
-        effective.ClearSpatialRect();
-        effective.SetGeometryNeeded(true);
-    }
-    if (!PrepareLayer(layer, effective, error))
+    bool wholeLayer = false;
+    if (!PrepareLayer(layer, ReadFilter(layer, filter, wholeLayer), error))
         return {};
+    // Features without geometry are those the dropped rectangle would
+    // have left out.
     const TERefPtr<const TEFeatureLayer> self(this);
     TERefPtr<TEFeatureCursor> cursor = MakeRef<TEFeatureCursor>(
         std::move(dataset), layer, mFields, [self](const QString& gdalError) { return self->ReadFailure(gdalError); });
@@ -282,15 +273,44 @@ TERefPtr<TEFeatureCursor> TEFeatureLayer::Search(const TEQueryFilter& filter, QS
     return cursor;
 }
 
-bool TEFeatureLayer::CoversLayer(OGRLayerH layer, const QRectF& rect)
+TEQueryFilter TEFeatureLayer::ReadFilter(OGRLayerH layer, const TEQueryFilter& filter, bool& wholeLayer) const
 {
-    // Only an extent the source already knows: computing one would read
-    // every feature, the very cost this saves.
+    // A rectangle holding the whole layer filters nothing, but the driver
+    // still tests every feature against it (a GeoPackage joins its R-tree,
+    // which doubles the read). Only an extent the source keeps counts:
+    // computing one would read every feature. Servers keep their rectangle:
+    // their extent may be an estimate.
+    wholeLayer = false;
+    if (!filter.HasSpatialRect() || GetDriverName() == QLatin1String("PostgreSQL")
+        || !OGR_L_TestCapability(layer, OLCFastGetExtent))
+        return filter;
     OGREnvelope envelope;
     if (OGR_L_GetExtent(layer, &envelope, FALSE) != OGRERR_NONE)
-        return false;
-    return rect.left() <= envelope.MinX && envelope.MaxX <= rect.right() && rect.top() <= envelope.MinY
+        return filter;
+    const QRectF& rect = filter.GetSpatialRect();
+    wholeLayer = rect.left() <= envelope.MinX && envelope.MaxX <= rect.right() && rect.top() <= envelope.MinY
         && envelope.MaxY <= rect.bottom();
+    if (!wholeLayer)
+        return filter;
+    TEQueryFilter plain = filter;
+    plain.ClearSpatialRect();
+    plain.SetGeometryNeeded(true);
+    return plain;
+}
+
+TERefPtr<TEFeatureBatchCursor> TEFeatureLayer::SearchBatches(const TEQueryFilter& filter, QString* error) const
+{
+    TEHandlePool::Lease dataset = AcquireReadDataset(nullptr);
+    if (!dataset)
+        return {};
+    OGRLayerH layer = GDALDatasetGetLayerByName(GDALDatasetH(dataset.get()), mSourceLayerName.toUtf8().constData());
+    // Batches are drawn, and a feature without geometry draws nothing, so
+    // a dropped rectangle needs no further care here.
+    bool wholeLayer = false;
+    if (!layer || !PrepareLayer(layer, ReadFilter(layer, filter, wholeLayer), error)
+        || !OGR_L_TestCapability(layer, OLCFastGetArrowStream))
+        return {};
+    return TEFeatureBatchCursor::Open(std::move(dataset), layer, mFields);
 }
 
 TERefPtr<TEFeature> TEFeatureLayer::GetFeature(int id) const

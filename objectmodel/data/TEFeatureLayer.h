@@ -1,5 +1,6 @@
 #pragma once
 
+#include "data/TEFeatureBatchCursor.h"
 #include "data/TEFeatureCursor.h"
 #include "data/TEFields.h"
 #include "data/TEHandlePool.h"
@@ -49,6 +50,11 @@ public:
     // Features of the saved data passing the filter, in source order.
     // Empty pointer (and error) for an invalid filter or unreadable source.
     virtual TERefPtr<TEFeatureCursor> Search(const TEQueryFilter& filter, QString* error = nullptr) const;
+    // The same features in batches of OGR's Arrow stream, for readers of
+    // many features (drawing); empty (and no error) when the source gives
+    // no fast stream or a field asked for is of a type the batches do not
+    // read: Search then reads them.
+    TERefPtr<TEFeatureBatchCursor> SearchBatches(const TEQueryFilter& filter, QString* error = nullptr) const;
     // One saved feature by id; empty when there is none.
     TERefPtr<TEFeature> GetFeature(int id) const;
     // Saved features plus unsaved adds minus unsaved deletes.
@@ -137,8 +143,9 @@ protected:
 
     // Sets the where clause, rectangle and ignored fields of a layer handle.
     bool PrepareLayer(OGRLayerH layer, const TEQueryFilter& filter, QString* error) const;
-    // True when the source's known extent lies inside rect.
-    static bool CoversLayer(OGRLayerH layer, const QRectF& rect);
+    // The filter a read of layer is prepared with: filter itself, or
+    // without its rectangle when that holds the whole layer (wholeLayer).
+    TEQueryFilter ReadFilter(OGRLayerH layer, const TEQueryFilter& filter, bool& wholeLayer) const;
     static bool WriteEditsTo(OGRLayerH layer, const std::vector<TERefPtr<TEFeatureEditBuffer>>& edits, QString* error);
 
     mutable QMutex mMutex;      // guards mDataset/mLayer, shared by every thread

@@ -40,6 +40,7 @@ public:
     TERefPtr<TEStyle> GetStyleByFeature(TEFeature* feature, const double& scale,
                                         bool ignoreScaleRange = false) const override;
     std::vector<TEString> GetUsedAttributes() const override;
+    bool StyleFollowsUsedAttributes() const override { return true; }
 
     TEString GetExpression() const { return mExpression; }
     void SetExpression(const TEString& expression);

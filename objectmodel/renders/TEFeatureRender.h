@@ -42,6 +42,12 @@ public:
     virtual std::vector<TEString> GetUsedAttributes() const;
     // Whether choosing a style needs the feature's geometry.
     virtual bool FilterNeedsGeometry() const { return false; }
+    // Whether the style GetStyleByFeature gives at a scale follows from the
+    // values of GetUsedAttributes() alone, so that a host drawing many
+    // features may ask once per distinct set of values. False (the base)
+    // for a render whose choice needs anything else of the feature (its
+    // geometry, its id).
+    virtual bool StyleFollowsUsedAttributes() const { return false; }
     // What kept the render from choosing styles as it was set up to since it
     // was made or copied (a rule filter that does not compile), for the host
     // to show; empty when nothing did. The features concerned are not drawn.

@@ -104,6 +104,7 @@ public:
     TEString GetLastError() const override;
     std::vector<TEString> GetUsedAttributes() const override;
     bool FilterNeedsGeometry() const override;
+    bool StyleFollowsUsedAttributes() const override { return !FilterNeedsGeometry(); }
 
     void AddRule(const TERefPtr<Rule>& rule);
     int RuleCount() const { return int(mRules.size()); }

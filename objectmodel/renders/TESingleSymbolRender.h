@@ -15,6 +15,7 @@ public:
     TERefPtr<TEFeatureRender> Clone() const override;
     TERefPtr<TEStyle> GetStyleByFeature(TEFeature* feature, const double& scale,
                                         bool ignoreScaleRange = false) const override;
+    bool StyleFollowsUsedAttributes() const override { return true; }
 
     TERefPtr<TEStyle> GetStyle() const { return mStyle; }
     void SetStyle(const TERefPtr<TEStyle>& style) { mStyle = style; }

@@ -13,6 +13,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <cmath>
 
 namespace TZObjects {
 
@@ -29,13 +30,33 @@ const char* const kStyleClassNames[TEStyle::StyleClassCount] = {
     "ParallelLine",
 };
 
-QPolygonF lineToDevice(OGRGeometryH line, const QTransform& mapToDevice)
+// The line's vertices in device pixels, simplified to the pixel grid: a
+// vertex in the same device pixel as the last one kept changes nothing that
+// shows and is dropped. The last vertex is always kept, so a ring stays
+// closed; a ring left with fewer than four vertices (it lies within a pixel
+// or two) keeps them all, so the fill still has its area.
+QPolygonF lineToDevice(OGRGeometryH line, const QTransform& mapToDevice, bool ring)
 {
     const int count = OGR_G_GetPointCount(line);
     QPolygonF polygon;
     polygon.reserve(count);
-    for (int i = 0; i < count; ++i)
-        polygon.append(mapToDevice.map(QPointF(OGR_G_GetX(line, i), OGR_G_GetY(line, i))));
+    double keptX = 0.0;
+    double keptY = 0.0;
+    for (int i = 0; i < count; ++i) {
+        const QPointF device = mapToDevice.map(QPointF(OGR_G_GetX(line, i), OGR_G_GetY(line, i)));
+        const double pixelX = std::floor(device.x());
+        const double pixelY = std::floor(device.y());
+        if (i > 0 && i < count - 1 && pixelX == keptX && pixelY == keptY)
+            continue;
+        polygon.append(device);
+        keptX = pixelX;
+        keptY = pixelY;
+    }
+    if (ring && polygon.size() < 4 && count >= 4) {
+        polygon.clear();
+        for (int i = 0; i < count; ++i)
+            polygon.append(mapToDevice.map(QPointF(OGR_G_GetX(line, i), OGR_G_GetY(line, i))));
+    }
     return polygon;
 }
 
@@ -135,12 +156,12 @@ bool TEStyle::drawGeometry(QPainter* painter, OGRGeometryH geometry, const QTran
                          angle);
     case wkbLineString:
     case wkbLinearRing:
-        return DrawLine(painter, lineToDevice(geometry, mapToDevice), angle);
+        return DrawLine(painter, lineToDevice(geometry, mapToDevice, false), angle);
     case wkbPolygon: {
         QPainterPath path;
         path.setFillRule(Qt::OddEvenFill);
         for (int i = 0; i < OGR_G_GetGeometryCount(geometry); ++i) {
-            const QPolygonF ring = lineToDevice(OGR_G_GetGeometryRef(geometry, i), mapToDevice);
+            const QPolygonF ring = lineToDevice(OGR_G_GetGeometryRef(geometry, i), mapToDevice, true);
             if (ring.size() >= 3) {
                 path.addPolygon(ring);
                 path.closeSubpath();

@@ -5,13 +5,19 @@
 #include "TZLayerDrawer.h"
 
 #include "data/TEFeatureLayer.h"
+#include "data/TEMemoryFeatureLayer.h"
 #include "renders/TECategorizedSymbolRender.h"
 #include "renders/TESingleSymbolRender.h"
 #include "symbology/TEStyleSimpleFill.h"
 #include "symbology/TEStyleSimplePoint.h"
 
+#include <QFile>
 #include <QPainter>
 #include <QTemporaryDir>
+
+#include <gdal.h>
+#include <ogr_api.h>
+#include <ogr_srs_api.h>
 
 using namespace TZObjects;
 
@@ -38,6 +44,70 @@ QImage drawLayer(TELayer* layer, const TZMapViewport& viewport, bool* finished =
     if (finished)
         *finished = done;
     return image;
+}
+
+// 400 points over the squares' viewport with a kind ("a", "b", "c" or
+// none) and an angle, written into a GeoPackage layer "spots" and, the same,
+// into an in-memory layer: the first is read in Arrow batches, the second
+// through a cursor.
+struct Spot
+{
+    QPointF at;
+    const char* kind;
+    double angle;
+};
+
+std::vector<Spot> spots()
+{
+    std::vector<Spot> all;
+    const char* kinds[] = {"a", "b", "c", nullptr};
+    for (int i = 0; i < 400; ++i)
+        all.push_back({QPointF(5.0 + (i % 25) * 7.9 + (i % 7) * 0.13, 4.0 + (i / 25) * 5.9 + (i % 5) * 0.21),
+                       kinds[(i * 7) % 4], (i % 9) * 20.0});
+    return all;
+}
+
+QString writeSpots(const QString& folder)
+{
+    const QString path = folder + QStringLiteral("/spots.gpkg");
+    if (QFile::exists(path))
+        return path;
+    GDALDatasetH ds = GDALCreate(GDALGetDriverByName("GPKG"), path.toUtf8().constData(), 0, 0, 0, GDT_Unknown, nullptr);
+    OGRSpatialReferenceH srs = OSRNewSpatialReference(nullptr);
+    OSRImportFromEPSG(srs, 3857);
+    OGRLayerH layer = GDALDatasetCreateLayer(ds, "spots", srs, wkbPoint, nullptr);
+    OSRRelease(srs);
+    for (const auto& [name, type] : {std::make_pair("kind", OFTString), std::make_pair("angle", OFTReal)}) {
+        OGRFieldDefnH field = OGR_Fld_Create(name, type);
+        OGR_L_CreateField(layer, field, TRUE);
+        OGR_Fld_Destroy(field);
+    }
+    bool written = true;
+    for (const Spot& spot : spots()) {
+        OGRFeatureH feature = OGR_F_Create(OGR_L_GetLayerDefn(layer));
+        if (spot.kind)
+            OGR_F_SetFieldString(feature, 0, spot.kind);
+        OGR_F_SetFieldDouble(feature, 1, spot.angle);
+        OGRGeometryH point = OGR_G_CreateGeometry(wkbPoint);
+        OGR_G_SetPoint_2D(point, 0, spot.at.x(), spot.at.y());
+        OGR_F_SetGeometryDirectly(feature, point);
+        written = written && OGR_L_CreateFeature(layer, feature) == OGRERR_NONE;
+        OGR_F_Destroy(feature);
+    }
+    GDALClose(ds);
+    return written ? path : QString();
+}
+
+TERefPtr<TEMemoryFeatureLayer> memorySpots()
+{
+    TERefPtr<TEMemoryFeatureLayer> layer = TEMemoryFeatureLayer::Create(
+        QStringLiteral("spots"), TELayer::LT_Point,
+        {{QStringLiteral("kind"), TEField::FT_String}, {QStringLiteral("angle"), TEField::FT_Double}},
+        QStringLiteral("EPSG:3857"));
+    for (const Spot& spot : spots())
+        layer->AppendFeature(QStringLiteral("POINT(%1 %2)").arg(spot.at.x(), 0, 'f', 6).arg(spot.at.y(), 0, 'f', 6),
+                             {spot.kind ? TEVariant(spot.kind) : TEVariant(), TEVariant(spot.angle)});
+    return layer;
 }
 
 } // namespace
@@ -138,6 +208,56 @@ private Q_SLOTS:
         const TZMapViewport away(QSize(100, 100), QPointF(5000, 5000), 1.0);
         const QImage image = drawLayer(squares.get(), away);
         QCOMPARE(image, AppFixture::blankImage(away));
+    }
+
+    void batchReadDrawsWhatTheCursorDraws_data()
+    {
+        QTest::addColumn<bool>("categories");
+        QTest::addColumn<bool>("rotated");
+        QTest::addColumn<QString>("where");
+        QTest::newRow("single symbol") << false << false << QString();
+        QTest::newRow("categories with a catch-all") << true << false << QString();
+        QTest::newRow("categories turned by a field") << true << true << QString();
+        QTest::newRow("the layer's filter") << true << false << QStringLiteral("angle > 50 OR kind = 'a'");
+    }
+
+    void batchReadDrawsWhatTheCursorDraws()
+    {
+        QFETCH(bool, categories);
+        QFETCH(bool, rotated);
+        QFETCH(QString, where);
+        TERefPtr<TEFeatureRender> render = MakeRef<TESingleSymbolRender>(marker(Qt::blue, 2.0));
+        if (categories) {
+            auto byKind = MakeRef<TECategorizedSymbolRender>(TEString(L"kind"));
+            byKind->AddCategory(L"a", L"a", marker(Qt::red, 2.5));
+            auto triangle = MakeRef<TEStyleSimplePoint>();
+            triangle->SetShapeType(TEStyleSimplePoint::Triangle);
+            triangle->SetSize(3.0);
+            byKind->AddCategory(L"b", L"b", triangle);
+            byKind->AddCategory(TECategorizedSymbolRender::AllOtherValues, L"other", marker(Qt::green, 1.5));
+            render = byKind;
+        }
+        render->SetIsRotateByField(rotated);
+        render->SetRotateField(L"angle");
+        const TERefPtr<TEFeatureLayer> file = TEFeatureLayer::Open(writeSpots(mDir.path()));
+        QVERIFY(file);
+        QVERIFY(file->SearchBatches(TEQueryFilter()));
+        const TERefPtr<TEMemoryFeatureLayer> memory = memorySpots();
+        QVERIFY(!memory->SearchBatches(TEQueryFilter()));
+        file->SetSymbolRender(render);
+        memory->SetSymbolRender(render);
+        file->SetQueryFilter(TEQueryFilter(TEString(where)));
+        memory->SetQueryFilter(TEQueryFilter(TEString(where)));
+
+        const TZMapViewport view = AppFixture::squaresViewport();
+        const QImage batched = drawLayer(file.get(), view);
+        QVERIFY(batched != AppFixture::blankImage(view));
+        QVERIFY(batched == drawLayer(memory.get(), view));
+        if (!where.isEmpty()) {
+            // The filter left features out.
+            file->SetQueryFilter(TEQueryFilter());
+            QVERIFY(drawLayer(file.get(), view) != batched);
+        }
     }
 
 private:
