@@ -2,11 +2,12 @@
 
 #include "data/TEPostgresSource.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QHash>
 #include <QInputDialog>
 #include <QMutex>
 #include <QPointer>
+#include <QThread>
 
 #include <libpq-fe.h>
 
@@ -70,9 +71,17 @@ TZPostgisLogin::Prompt TZPostgisLogin::dialogPrompt(QWidget* parent)
     QPointer<QWidget> guard(parent);
     return [guard](const QString& connection, const QString& reason, QString& password) {
         bool ok = false;
-        password = QInputDialog::getText(guard, tr("PostGIS Password"),
-                                         tr("%1\n%2\n\nPassword:").arg(reason, connection), QLineEdit::Password,
-                                         QString(), &ok);
+        const auto ask = [&] {
+            password = QInputDialog::getText(guard, tr("PostGIS Password"),
+                                             tr("%1\n%2\n\nPassword:").arg(reason, connection),
+                                             QLineEdit::Password, QString(), &ok);
+        };
+        // Layers of a project open on a worker thread; the question is
+        // asked on the GUI thread, which runs the wait dialog meanwhile.
+        if (QThread::currentThread() == qApp->thread())
+            ask();
+        else
+            QMetaObject::invokeMethod(qApp, ask, Qt::BlockingQueuedConnection);
         return ok;
     };
 }
