@@ -4,13 +4,24 @@
 <context>
     <name>QObject</name>
     <message>
+        <location filename="../../app/TZRasterLayerDrawer.cpp" line="+168"/>
         <source>Band %1 returned fewer pixels than asked for.</source>
         <translation>Band %1 lieferte weniger Pixel als angefordert.</translation>
     </message>
     <message>
-        <location filename="../../app/TZRasterLayerDrawer.cpp" line="+117"/>
+        <location line="-44"/>
         <source>The raster has no usable geo-transform.</source>
         <translation>Das Raster hat keine verwendbare Georeferenzierung.</translation>
+    </message>
+    <message>
+        <location filename="../../panels/vector/TZRenderPanelRuleBased.cpp" line="+41"/>
+        <source>Unknown error</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+2"/>
+        <source>Error!</source>
+        <translation type="unfinished">Fehler!</translation>
     </message>
 </context>
 <context>
@@ -83,7 +94,7 @@
         <translation>Nicht darstellen</translation>
     </message>
     <message>
-        <location filename="../../render/TZControlRender.cpp" line="+75"/>
+        <location filename="../../render/TZControlRender.cpp" line="+93"/>
         <source>Apply</source>
         <translation>Anwenden</translation>
     </message>
@@ -94,7 +105,7 @@
     </message>
     <message>
         <location line="+40"/>
-        <location line="+69"/>
+        <location line="+87"/>
         <source>Not to render</source>
         <translation>Nicht darstellen</translation>
     </message>
@@ -135,6 +146,57 @@
         <location line="+10"/>
         <source>&amp;Cancel</source>
         <translation>&amp;Abbrechen</translation>
+    </message>
+</context>
+<context>
+    <name>TZDialogBandPixHistogram</name>
+    <message>
+        <location filename="../../forms/TZDialogBandPixHistogram.ui" line="+14"/>
+        <source>Band Pixel Histogram</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+20"/>
+        <source>Statistics Value</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <location filename="../../panels/raster/TZDialogBandPixHistogram.cpp" line="+145"/>
+        <source>Min Value:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+7"/>
+        <location filename="../../panels/raster/TZDialogBandPixHistogram.cpp" line="+1"/>
+        <source>Max Value:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+7"/>
+        <location filename="../../panels/raster/TZDialogBandPixHistogram.cpp" line="+1"/>
+        <source>Average Value:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+7"/>
+        <location filename="../../panels/raster/TZDialogBandPixHistogram.cpp" line="+1"/>
+        <source>Standard Deviation:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+14"/>
+        <location filename="../../panels/raster/TZDialogBandPixHistogram.cpp" line="+2"/>
+        <location line="+19"/>
+        <source>Value:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+7"/>
+        <location filename="../../panels/raster/TZDialogBandPixHistogram.cpp" line="-20"/>
+        <location line="+19"/>
+        <source>Statistical Data:</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -205,7 +267,7 @@
 <context>
     <name>TZFeatureLayerDrawer</name>
     <message>
-        <location filename="../../app/TZFeatureLayerDrawer.cpp" line="+140"/>
+        <location filename="../../app/TZFeatureLayerDrawer.cpp" line="+284"/>
         <source>The %1 render could not draw the layer.</source>
         <translation>Die Darstellung %1 konnte den Layer nicht zeichnen.</translation>
     </message>
@@ -213,15 +275,18 @@
 <context>
     <name>TZLayerOpener</name>
     <message>
+        <location filename="../../app/TZLayerOpener.cpp" line="+66"/>
         <source>GDAL cannot read &quot;%1&quot;: %2</source>
         <translation>GDAL kann „%1“ nicht lesen: %2</translation>
     </message>
     <message>
+        <location line="-19"/>
+        <location line="+56"/>
         <source>&quot;%1&quot; was not found.</source>
         <translation>„%1“ wurde nicht gefunden.</translation>
     </message>
     <message>
-        <location filename="../../app/TZLayerOpener.cpp" line="+41"/>
+        <location line="-35"/>
         <source>&quot;%1&quot; is not a vector or raster source GDAL can read.</source>
         <translation>„%1“ ist keine Vektor- oder Rasterquelle, die GDAL lesen kann.</translation>
     </message>
@@ -231,7 +296,7 @@
         <translation>„%1“ enthält keinen Layer.</translation>
     </message>
     <message>
-        <location line="+14"/>
+        <location line="+26"/>
         <source>Unknown layer kind &quot;%1&quot;.</source>
         <translation>Unbekannte Layerart „%1“.</translation>
     </message>
@@ -239,23 +304,53 @@
 <context>
     <name>TZLayerTree</name>
     <message>
-        <location filename="../../app/TZLayerTree.cpp" line="+167"/>
+        <location filename="../../app/TZLayerLegend.cpp" line="+41"/>
         <source>Not rendered</source>
         <translation>Nicht dargestellt</translation>
+    </message>
+    <message>
+        <location line="+86"/>
+        <source>1 dot = %1 %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+19"/>
+        <source>Density: sparse to dense</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+42"/>
+        <source>Uncolored</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TZLayerTreeModel</name>
+    <message>
+        <location filename="../../app/TZLayerTreeModel.cpp" line="+344"/>
+        <source>%1 (%2)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+3"/>
+        <source>%1 — %L2 classes</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
     <name>TZMapProject</name>
     <message>
+        <location filename="../../app/TZMapProject.cpp" line="+177"/>
         <source>The symbology of &quot;%1&quot; is not a render object. It is drawn with its default symbology.</source>
         <translation>Die Symbolisierung von „%1“ ist kein Darstellungsobjekt. Der Layer wird mit seiner Standardsymbolisierung gezeichnet.</translation>
     </message>
     <message>
+        <location line="-5"/>
         <source>The symbology of &quot;%1&quot; could not be read: %2. It is drawn with its default symbology.</source>
         <translation>Die Symbolisierung von „%1“ konnte nicht gelesen werden: %2. Der Layer wird mit seiner Standardsymbolisierung gezeichnet.</translation>
     </message>
     <message>
-        <location filename="../../app/TZMapProject.cpp" line="+101"/>
+        <location line="-55"/>
         <source>Cannot write &quot;%1&quot;: %2</source>
         <translation>„%1“ kann nicht geschrieben werden: %2</translation>
     </message>
@@ -275,7 +370,7 @@
         <translation>„%1“ wurde von einer neueren tzmap-Version geschrieben.</translation>
     </message>
     <message>
-        <location line="+16"/>
+        <location line="+18"/>
         <source>Layer &quot;%1&quot; was left out: %2</source>
         <translation>Layer „%1“ wurde ausgelassen: %2</translation>
     </message>
@@ -283,7 +378,7 @@
 <context>
     <name>TZMapRenderJob</name>
     <message>
-        <location filename="../../app/TZMapRenderJob.cpp" line="+37"/>
+        <location filename="../../app/TZMapRenderJob.cpp" line="+58"/>
         <location line="+4"/>
         <source>%1: %2</source>
         <translation>%1: %2</translation>
@@ -292,12 +387,12 @@
 <context>
     <name>TZMapWindow</name>
     <message>
-        <location filename="../../app/TZMapWindow.cpp" line="+63"/>
+        <location filename="../../app/TZMapWindow.cpp" line="+68"/>
         <source>Layers</source>
         <translation>Layer</translation>
     </message>
     <message>
-        <location line="+44"/>
+        <location line="+46"/>
         <source>&amp;Open Data...</source>
         <translation>Daten ö&amp;ffnen...</translation>
     </message>
@@ -325,6 +420,16 @@
         <location line="+1"/>
         <source>Add layers from a data source name, such as a PostGIS connection</source>
         <translation>Layer aus einer Datenquelle hinzufügen, etwa einer PostGIS-Verbindung</translation>
+    </message>
+    <message>
+        <location line="+3"/>
+        <source>Add &amp;PostGIS Layer...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+2"/>
+        <source>Connect to a PostGIS database and add some of its spatial tables</source>
+        <translation type="unfinished"></translation>
     </message>
     <message>
         <location line="+3"/>
@@ -372,7 +477,7 @@
         <translation>&amp;Neu zeichnen</translation>
     </message>
     <message>
-        <location line="+4"/>
+        <location line="+5"/>
         <source>&amp;Symbology...</source>
         <translation>&amp;Symbolisierung...</translation>
     </message>
@@ -397,7 +502,7 @@
         <translation>&amp;Datei</translation>
     </message>
     <message>
-        <location line="+11"/>
+        <location line="+12"/>
         <source>&amp;View</source>
         <translation>&amp;Ansicht</translation>
     </message>
@@ -417,19 +522,30 @@
         <translation>Karte</translation>
     </message>
     <message>
-        <location line="+55"/>
-        <location line="+11"/>
-        <location line="+27"/>
+        <location line="+69"/>
+        <location line="+17"/>
+        <location line="+33"/>
+        <location line="+66"/>
         <source>Error!</source>
         <translation>Fehler!</translation>
     </message>
     <message>
-        <location line="-11"/>
+        <location line="-103"/>
+        <source>Opening the project...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+21"/>
         <source>Warning</source>
         <translation>Warnung</translation>
     </message>
     <message>
-        <location line="+34"/>
+        <location line="+12"/>
+        <source>Saving the project...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+28"/>
         <source>Open Data</source>
         <translation>Daten öffnen</translation>
     </message>
@@ -449,7 +565,7 @@
         <translation>Datenquelle (ein Pfad oder eine Verbindung wie PG:dbname=gis):</translation>
     </message>
     <message>
-        <location line="+10"/>
+        <location line="+33"/>
         <source>Open Project</source>
         <translation>Projekt öffnen</translation>
     </message>
@@ -479,12 +595,12 @@
         <translation>X %L1  Y %L2</translation>
     </message>
     <message>
-        <location line="+8"/>
+        <location line="+34"/>
         <source>Not every layer could be drawn: %1</source>
         <translation>Nicht alle Layer konnten gezeichnet werden: %1</translation>
     </message>
     <message>
-        <location line="+6"/>
+        <location line="+9"/>
         <source>Untitled</source>
         <translation>Unbenannt</translation>
     </message>
@@ -507,9 +623,131 @@ Möchten Sie sie speichern?</translation>
     </message>
 </context>
 <context>
+    <name>TZModelColorList</name>
+    <message>
+        <location filename="../../panels/raster/TZModelColorList.cpp" line="+53"/>
+        <source>Color</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+2"/>
+        <source>Value</source>
+        <translation type="unfinished">Wert</translation>
+    </message>
+</context>
+<context>
+    <name>TZModelGradingSymbol</name>
+    <message>
+        <location filename="../../panels/vector/TZModelGradingSymbol.cpp" line="+211"/>
+        <source>symbols</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+2"/>
+        <source>Value</source>
+        <translation type="unfinished">Wert</translation>
+    </message>
+    <message>
+        <location line="+2"/>
+        <source>Label</source>
+        <translation type="unfinished">Legende</translation>
+    </message>
+    <message>
+        <location line="+2"/>
+        <source>Count</source>
+        <translation type="unfinished">Anzahl</translation>
+    </message>
+    <message>
+        <location line="+216"/>
+        <location line="+1"/>
+        <source>Wait</source>
+        <translation type="unfinished">Bitte warten</translation>
+    </message>
+    <message>
+        <location line="+161"/>
+        <location line="+23"/>
+        <location line="+23"/>
+        <location line="+11"/>
+        <location line="+20"/>
+        <source>Warning</source>
+        <translation type="unfinished">Warnung</translation>
+    </message>
+    <message>
+        <location line="-77"/>
+        <source>No other values</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+24"/>
+        <source>The number of currently obtained grading symbol items is greater than the level set!</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+22"/>
+        <location line="+11"/>
+        <source>Export file failed!</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+3"/>
+        <source>Information</source>
+        <translation type="unfinished">Information</translation>
+    </message>
+    <message>
+        <location line="+0"/>
+        <source>Export file successful!</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <source>Open file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+0"/>
+        <location line="+15"/>
+        <source>Values(*.txt)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="-4"/>
+        <source>Please add the grading symbol item first!</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+4"/>
+        <source>Export file</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TZModelMatchToSymbols</name>
+    <message>
+        <location filename="../../panels/vector/TZModelMatchToSymbols.cpp" line="+89"/>
+        <location line="+1"/>
+        <source>Wait</source>
+        <translation type="unfinished">Bitte warten</translation>
+    </message>
+    <message>
+        <location line="+93"/>
+        <source>Scale filter</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+2"/>
+        <source>MinScale</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+2"/>
+        <source>MaxScale</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>TZModelUniqueValues</name>
     <message>
-        <location filename="../../panels/vector/TZModelUniqueValues.cpp" line="+150"/>
+        <location filename="../../panels/vector/TZModelUniqueValues.cpp" line="+158"/>
         <source>Symbols</source>
         <translation>Symbole</translation>
     </message>
@@ -529,10 +767,220 @@ Möchten Sie sie speichern?</translation>
         <translation>Anzahl</translation>
     </message>
     <message>
-        <location line="+348"/>
+        <location line="+397"/>
         <location line="+1"/>
         <source>Wait</source>
         <translation>Bitte warten</translation>
+    </message>
+</context>
+<context>
+    <name>TZModelUniqueValuesByManyFields</name>
+    <message>
+        <location filename="../../panels/vector/TZModelUniqueValuesByManyFields.cpp" line="+44"/>
+        <source>warning</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+0"/>
+        <source>This data big, get unique data is slowly,would you like to continus?</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TZPostgisCatalog</name>
+    <message>
+        <location filename="../../app/TZPostgisCatalog.cpp" line="+51"/>
+        <source>The server asks for a password: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>Cannot connect: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+10"/>
+        <source>The database has no PostGIS extension (it has no geometry_columns).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>Cannot list the tables: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TZPostgisDialog</name>
+    <message>
+        <location filename="../../forms/TZPostgisDialog.ui" line="+14"/>
+        <source>Add PostGIS Layer</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <source>Connection</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <source>&amp;Service:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+13"/>
+        <source>A service of your PostgreSQL service file (~/.pg_service.conf); the fields below add to or override it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+7"/>
+        <source>&amp;Host or socket folder:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+10"/>
+        <source>localhost, db.example.org or /var/run/postgresql</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+7"/>
+        <source>&amp;Port:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+16"/>
+        <source>5432</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+7"/>
+        <source>&amp;Database:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+13"/>
+        <source>&amp;User:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+13"/>
+        <source>Pass&amp;word:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+13"/>
+        <source>empty: from ~/.pgpass, or asked for when needed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+9"/>
+        <source>&amp;Connect</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+31"/>
+        <source>Spatial &amp;tables and views (choose one or more):</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+23"/>
+        <source>Table</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+5"/>
+        <source>Kind</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+5"/>
+        <source>Geometry column</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+5"/>
+        <source>Type</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+5"/>
+        <source>SRID</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../../app/TZPostgisDialog.cpp" line="+27"/>
+        <source>&amp;Add</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+12"/>
+        <source>The server did not answer within %1 seconds.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+60"/>
+        <source>Connecting...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+30"/>
+        <source>view</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+0"/>
+        <source>table</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+14"/>
+        <source>Connected. The database has no spatial tables or views.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+3"/>
+        <source>Connected: 1 spatial table or view.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>Connected: %1 spatial tables and views.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TZPostgisLogin</name>
+    <message>
+        <location filename="../../app/TZPostgisLogin.cpp" line="+75"/>
+        <source>PostGIS Password</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>%1
+%2
+
+Password:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+34"/>
+        <source>The database server asks for a password.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>The server refused the password: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+3"/>
+        <source>No password was given for &quot;%1&quot;.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+8"/>
+        <source>Cannot connect to &quot;%1&quot;: %2</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -658,7 +1106,7 @@ Möchten Sie sie speichern?</translation>
         <translation>Leeren</translation>
     </message>
     <message>
-        <location filename="../../objectmodel/widgets/TZQueryBuilder.cpp" line="+59"/>
+        <location filename="../../objectmodel/widgets/TZQueryBuilder.cpp" line="+60"/>
         <source>Query builder - %1</source>
         <translation>Abfrageeditor - %1</translation>
     </message>
@@ -673,7 +1121,7 @@ Möchten Sie sie speichern?</translation>
         <translation>Objekte werden gezählt...</translation>
     </message>
     <message>
-        <location line="+25"/>
+        <location line="+33"/>
         <location line="+83"/>
         <source>Warning</source>
         <translation>Warnung</translation>
@@ -709,6 +1157,724 @@ Möchten Sie sie speichern?</translation>
             <numerusform>Der Ausdruck wählt %n Objekt aus.</numerusform>
             <numerusform>Der Ausdruck wählt %n Objekte aus.</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>TZRenderPanelClusterDiagram</name>
+    <message>
+        <location filename="../../forms/TZRenderPanelClusterDiagram.ui" line="+14"/>
+        <source>Form</source>
+        <translation type="unfinished">Formular</translation>
+    </message>
+    <message>
+        <location line="+8"/>
+        <source>Color ramp</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+17"/>
+        <source>Marker size:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../../panels/diagram/TZRenderPanelClusterDiagram.cpp" line="+29"/>
+        <source>Cluster diagram</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TZRenderPanelDiagramBase</name>
+    <message>
+        <location filename="../../panels/diagram/TZRenderPanelDiagramBase.cpp" line="+45"/>
+        <source>Symbols</source>
+        <translation type="unfinished">Symbole</translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>Field</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TZRenderPanelDotDensityDiagram</name>
+    <message>
+        <location filename="../../forms/TZRenderPanelDotDensityDiagram.ui" line="+14"/>
+        <source>Form</source>
+        <translation type="unfinished">Formular</translation>
+    </message>
+    <message>
+        <location line="+8"/>
+        <source>Field</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+10"/>
+        <source>Dot color</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+10"/>
+        <source>Each dot represents the quantity</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../../panels/diagram/TZRenderPanelDotDensityDiagram.cpp" line="+35"/>
+        <source>Dot density diagram</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+51"/>
+        <source>Information</source>
+        <translation type="unfinished">Information</translation>
+    </message>
+    <message>
+        <location line="+0"/>
+        <source>Please select value type field</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TZRenderPanelFourColorTheorem</name>
+    <message>
+        <location filename="../../forms/TZRenderPanelFourColorTheorem.ui" line="+6"/>
+        <source>Form</source>
+        <translation type="unfinished">Formular</translation>
+    </message>
+    <message>
+        <location line="+7"/>
+        <source>Colors</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+12"/>
+        <source>Color scheme</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../../panels/vector/TZRenderPanelFourColorTheorem.cpp" line="+36"/>
+        <source>Four color themorem</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+28"/>
+        <source>configuring colors...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+4"/>
+        <location line="+6"/>
+        <source>Error!</source>
+        <translation type="unfinished">Fehler!</translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>The features of the layer could not be read.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+12"/>
+        <source>Information</source>
+        <translation type="unfinished">Information</translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>Failed to configure color,please increase the number of colors</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TZRenderPanelGradingBase</name>
+    <message>
+        <location filename="../../panels/vector/TZRenderPanelGradingBase.cpp" line="+226"/>
+        <location line="+121"/>
+        <location line="+5"/>
+        <source>Warning</source>
+        <translation type="unfinished">Warnung</translation>
+    </message>
+    <message>
+        <location line="-126"/>
+        <source>No items selected!</source>
+        <translation type="unfinished">Keine Einträge ausgewählt!</translation>
+    </message>
+    <message>
+        <location line="+41"/>
+        <source>Point</source>
+        <translation type="unfinished">Punkt</translation>
+    </message>
+    <message>
+        <location line="+80"/>
+        <source>There is an incorrect grading item!</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <source>The ranges of the different grades intersect. Do you want to continue?</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TZRenderPanelGradingSymbol</name>
+    <message>
+        <location filename="../../forms/TZRenderPanelGradingSymbol.ui" line="+6"/>
+        <source>Form</source>
+        <translation type="unfinished">Formular</translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <source>Value field:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+8"/>
+        <source>Level:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+8"/>
+        <source>Color ramp:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+8"/>
+        <source>Outline:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+14"/>
+        <source>Point</source>
+        <translation type="unfinished">Punkt</translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>MM</source>
+        <translation type="unfinished">mm</translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>CM</source>
+        <translation type="unfinished">cm</translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>Inch</source>
+        <translation type="unfinished">Zoll</translation>
+    </message>
+    <message>
+        <location line="+19"/>
+        <source>Add classes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <source>Delete classes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <source>Delete all classes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <location line="+7"/>
+        <source>Classes keep the order they were made in</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+19"/>
+        <source>Classify all values</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>Update</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <source>Count the features passing the layer&apos;s filter</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>Filter</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+12"/>
+        <source>Write the classes to a text file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>Export</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+5"/>
+        <source>Read the classes from a text file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>Import</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../../panels/vector/TZRenderPanelGradingSymbol.cpp" line="+31"/>
+        <source>Grading symbol</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TZRenderPanelGraduatedSymbolsDiagram</name>
+    <message>
+        <location filename="../../forms/TZRenderPanelGraduatedSymbolsDiagram.ui" line="+6"/>
+        <source>Form</source>
+        <translation type="unfinished">Formular</translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <source>Value field:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+8"/>
+        <source>Level:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+10"/>
+        <source>Class colors</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+4"/>
+        <source>Color ramp:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+13"/>
+        <source>Template:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <source>Choose the symbol the classes are made from</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <source>Minimum size:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+13"/>
+        <source>Maximum size:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+14"/>
+        <source>Outline:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+14"/>
+        <source>Point</source>
+        <translation type="unfinished">Punkt</translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>MM</source>
+        <translation type="unfinished">mm</translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>CM</source>
+        <translation type="unfinished">cm</translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>Inch</source>
+        <translation type="unfinished">Zoll</translation>
+    </message>
+    <message>
+        <location line="+19"/>
+        <source>Add classes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <source>Delete classes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <source>Delete all classes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <location line="+7"/>
+        <source>Classes keep the order they were made in</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+19"/>
+        <source>Classify all values</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>Update</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <source>Count the features passing the layer&apos;s filter</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>Filter</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+12"/>
+        <source>Write the classes to a text file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>Export</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+5"/>
+        <source>Read the classes from a text file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>Import</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../../panels/diagram/TZRenderPanelGraduatedSymbolsDiagram.cpp" line="+56"/>
+        <source>Graduated symbols</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TZRenderPanelHistogramDiagram</name>
+    <message>
+        <location filename="../../forms/TZRenderPanelHistogramDiagram.ui" line="+14"/>
+        <source>Form</source>
+        <translation type="unfinished">Formular</translation>
+    </message>
+    <message>
+        <location line="+8"/>
+        <source>Value field:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+35"/>
+        <source>Color ramp:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+35"/>
+        <source>Item width:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+63"/>
+        <location line="+67"/>
+        <location filename="../../panels/diagram/TZRenderPanelHistogramDiagram.cpp" line="+64"/>
+        <source>Point</source>
+        <translation type="unfinished">Punkt</translation>
+    </message>
+    <message>
+        <location line="-62"/>
+        <location filename="../../panels/diagram/TZRenderPanelHistogramDiagram.cpp" line="+0"/>
+        <source>MM</source>
+        <translation type="unfinished">mm</translation>
+    </message>
+    <message>
+        <location line="+5"/>
+        <location filename="../../panels/diagram/TZRenderPanelHistogramDiagram.cpp" line="+0"/>
+        <source>CM</source>
+        <translation type="unfinished">cm</translation>
+    </message>
+    <message>
+        <location line="+5"/>
+        <location filename="../../panels/diagram/TZRenderPanelHistogramDiagram.cpp" line="+0"/>
+        <source>Inch</source>
+        <translation type="unfinished">Zoll</translation>
+    </message>
+    <message>
+        <location line="+8"/>
+        <source>Max height:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+63"/>
+        <source>Show data</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+7"/>
+        <source>Vertical</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+13"/>
+        <source>Horizontal</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../../panels/diagram/TZRenderPanelHistogramDiagram.cpp" line="+22"/>
+        <source>Histogram Diagram</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TZRenderPanelMatchToSymbolsInAStyle</name>
+    <message>
+        <location filename="../../forms/TZRenderPanelMatchToSymbolsInAStyle.ui" line="+6"/>
+        <source>Form</source>
+        <translation type="unfinished">Formular</translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <source>Value Field:</source>
+        <translation type="unfinished">Wertfeld:</translation>
+    </message>
+    <message>
+        <location line="+17"/>
+        <source>Match to symbols in a style:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+10"/>
+        <source>symbol priority</source>
+        <translation type="unfinished">Symbolpriorität</translation>
+    </message>
+    <message>
+        <location line="+14"/>
+        <source>Add all values</source>
+        <translation type="unfinished">Alle Werte hinzufügen</translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <source>Add values</source>
+        <translation type="unfinished">Werte hinzufügen</translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <source>Delete values</source>
+        <translation type="unfinished">Werte löschen</translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <source>Delete all values</source>
+        <translation type="unfinished">Alle Werte löschen</translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <source>More detail</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>...</source>
+        <translation type="unfinished">...</translation>
+    </message>
+    <message>
+        <location filename="../../panels/vector/TZRenderPanelMatchToSymbolsInAStyle.cpp" line="+53"/>
+        <source>Match to symbols in a style</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <source>Symbols</source>
+        <translation type="unfinished">Symbole</translation>
+    </message>
+    <message>
+        <location line="+0"/>
+        <source>Value</source>
+        <translation type="unfinished">Wert</translation>
+    </message>
+    <message>
+        <location line="+0"/>
+        <source>Label</source>
+        <translation type="unfinished">Legende</translation>
+    </message>
+    <message>
+        <location line="+0"/>
+        <source>Scale filter</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+0"/>
+        <source>MinScale</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>MaxScale</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+182"/>
+        <location line="+10"/>
+        <location line="+13"/>
+        <location line="+23"/>
+        <source>Information</source>
+        <translation type="unfinished">Information</translation>
+    </message>
+    <message>
+        <location line="-46"/>
+        <source>No matching values</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+10"/>
+        <source>No other values</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+13"/>
+        <source>No items selected!</source>
+        <translation type="unfinished">Keine Einträge ausgewählt!</translation>
+    </message>
+    <message>
+        <location line="+24"/>
+        <source>Style database: %1
+Styles of this layer&apos;s kind: %2
+Matched values: %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TZRenderPanelPieDiagram</name>
+    <message>
+        <location filename="../../forms/TZRenderPanelPieDiagram.ui" line="+14"/>
+        <source>Form</source>
+        <translation type="unfinished">Formular</translation>
+    </message>
+    <message>
+        <location line="+8"/>
+        <source>Value Field:</source>
+        <translation type="unfinished">Wertfeld:</translation>
+    </message>
+    <message>
+        <location line="+35"/>
+        <source>Color Ramp:</source>
+        <translation type="unfinished">Farbverlauf:</translation>
+    </message>
+    <message>
+        <location line="+35"/>
+        <source>Radius:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+50"/>
+        <source>Point</source>
+        <translation type="unfinished">Punkt</translation>
+    </message>
+    <message>
+        <location line="+19"/>
+        <source>Show Data</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+19"/>
+        <source>3D Options</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <source>Show shadow</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+7"/>
+        <source>Shadow thickness</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../../panels/diagram/TZRenderPanelPieDiagram.cpp" line="+33"/>
+        <source>Pie Diagram</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TZRenderPanelRuleBased</name>
+    <message>
+        <location filename="../../forms/TZRenderPanelRuleBased.ui" line="+14"/>
+        <source>Form</source>
+        <translation type="unfinished">Formular</translation>
+    </message>
+    <message>
+        <location line="+18"/>
+        <source>Add a rule</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+3"/>
+        <source>Add</source>
+        <translation type="unfinished">Hinzufügen</translation>
+    </message>
+    <message>
+        <location line="+10"/>
+        <source>Delete the selected rules</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+3"/>
+        <source>Delete</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+10"/>
+        <source>Move the selected rule up</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+3"/>
+        <source>Up</source>
+        <translation type="unfinished">Nach oben</translation>
+    </message>
+    <message>
+        <location line="+10"/>
+        <source>Move the selected rule down</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+3"/>
+        <source>Down</source>
+        <translation type="unfinished">Nach unten</translation>
+    </message>
+    <message>
+        <location line="+29"/>
+        <source>Rotate point symbols</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../../panels/vector/TZRenderPanelRuleBased.cpp" line="+27"/>
+        <source>Rule-based</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+65"/>
+        <source>Information</source>
+        <translation type="unfinished">Information</translation>
+    </message>
+    <message>
+        <location line="+0"/>
+        <source>No items selected!</source>
+        <translation type="unfinished">Keine Einträge ausgewählt!</translation>
     </message>
 </context>
 <context>
@@ -755,6 +1921,99 @@ Möchten Sie sie speichern?</translation>
     </message>
 </context>
 <context>
+    <name>TZRenderPanelStackDiagram</name>
+    <message>
+        <location filename="../../forms/TZRenderPanelStackDiagram.ui" line="+14"/>
+        <source>Form</source>
+        <translation type="unfinished">Formular</translation>
+    </message>
+    <message>
+        <location line="+8"/>
+        <source>Value field:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+35"/>
+        <source>Color ramp:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+35"/>
+        <source>Item width:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+50"/>
+        <source>Max height:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+50"/>
+        <source>Show data</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../../panels/diagram/TZRenderPanelStackDiagram.cpp" line="+33"/>
+        <source>Stack Diagram</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TZRenderPanelThermodynamicDiagram</name>
+    <message>
+        <location filename="../../forms/TZRenderPanelThermodynamicDiagram.ui" line="+20"/>
+        <source>Thermodynamic Diagram</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+15"/>
+        <source>Color ramp:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+23"/>
+        <source>Radius:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+59"/>
+        <source>Blur:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+19"/>
+        <source>Zero  mean to automatically</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../../panels/diagram/TZRenderPanelThermodynamicDiagram.cpp" line="+15"/>
+        <source>Point</source>
+        <translation type="unfinished">Punkt</translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <location line="+3"/>
+        <location line="+60"/>
+        <source>MM</source>
+        <translation type="unfinished">mm</translation>
+    </message>
+    <message>
+        <location line="-62"/>
+        <source>CM</source>
+        <translation type="unfinished">cm</translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>Inch</source>
+        <translation type="unfinished">Zoll</translation>
+    </message>
+    <message>
+        <location line="+17"/>
+        <source>Heatmap</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>TZRenderPanelUniqueValues</name>
     <message>
         <location filename="../../forms/TZRenderPanelUniqueValues.ui" line="+6"/>
@@ -778,7 +2037,7 @@ Möchten Sie sie speichern?</translation>
     </message>
     <message>
         <location line="+15"/>
-        <location filename="../../panels/vector/TZRenderPanelUniqueValues.cpp" line="+357"/>
+        <location filename="../../panels/vector/TZRenderPanelUniqueValues.cpp" line="+328"/>
         <source>Point</source>
         <translation>Punkt</translation>
     </message>
@@ -848,12 +2107,12 @@ Möchten Sie sie speichern?</translation>
         <translation>Nach unten</translation>
     </message>
     <message>
-        <location filename="../../panels/vector/TZRenderPanelUniqueValues.cpp" line="-300"/>
+        <location filename="../../panels/vector/TZRenderPanelUniqueValues.cpp" line="-271"/>
         <source>Unique Values</source>
         <translation>Eindeutige Werte</translation>
     </message>
     <message>
-        <location line="+208"/>
+        <location line="+187"/>
         <source>Information</source>
         <translation>Information</translation>
     </message>
@@ -861,6 +2120,241 @@ Möchten Sie sie speichern?</translation>
         <location line="+0"/>
         <source>No items selected!</source>
         <translation>Keine Einträge ausgewählt!</translation>
+    </message>
+    <message>
+        <location line="+14"/>
+        <source>Warning</source>
+        <translation type="unfinished">Warnung</translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>The layer has no field &quot;%1&quot; that its unique values render classifies by. Its categories are shown but are not applied to another field: choose a field and add its values.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TZRenderPanelUniqueValuesByManyFields</name>
+    <message>
+        <location filename="../../forms/TZRenderPanelUniqueValuesByManyFields.ui" line="+6"/>
+        <source>Form</source>
+        <translation type="unfinished">Formular</translation>
+    </message>
+    <message>
+        <location line="+7"/>
+        <source>Value Field:</source>
+        <translation type="unfinished">Wertfeld:</translation>
+    </message>
+    <message>
+        <location line="+17"/>
+        <source>Color Ramp:</source>
+        <translation type="unfinished">Farbverlauf:</translation>
+    </message>
+    <message>
+        <location line="+10"/>
+        <source>OutLine:</source>
+        <translation type="unfinished">Umriss:</translation>
+    </message>
+    <message>
+        <location line="+15"/>
+        <location filename="../../panels/vector/TZRenderPanelUniqueValuesByManyFields.cpp" line="+319"/>
+        <source>Point</source>
+        <translation type="unfinished">Punkt</translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>MM</source>
+        <translation type="unfinished">mm</translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>CM</source>
+        <translation type="unfinished">cm</translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>Inch</source>
+        <translation type="unfinished">Zoll</translation>
+    </message>
+    <message>
+        <location line="+8"/>
+        <source>Default outline style</source>
+        <translation type="unfinished">Standard-Umrissstil</translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>...</source>
+        <translation type="unfinished">...</translation>
+    </message>
+    <message>
+        <location line="+9"/>
+        <source>symbol priority</source>
+        <translation type="unfinished">Symbolpriorität</translation>
+    </message>
+    <message>
+        <location line="+16"/>
+        <source>Add all values</source>
+        <translation type="unfinished">Alle Werte hinzufügen</translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <source>Add values</source>
+        <translation type="unfinished">Werte hinzufügen</translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <source>Delete values</source>
+        <translation type="unfinished">Werte löschen</translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <source>Delete all values</source>
+        <translation type="unfinished">Alle Werte löschen</translation>
+    </message>
+    <message>
+        <location line="+7"/>
+        <source>Up</source>
+        <translation type="unfinished">Nach oben</translation>
+    </message>
+    <message>
+        <location line="+7"/>
+        <source>Down</source>
+        <translation type="unfinished">Nach unten</translation>
+    </message>
+    <message>
+        <location filename="../../panels/vector/TZRenderPanelUniqueValuesByManyFields.cpp" line="-250"/>
+        <source>Unique Values,Many Fields</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+195"/>
+        <source>Information</source>
+        <translation type="unfinished">Information</translation>
+    </message>
+    <message>
+        <location line="+0"/>
+        <source>No items selected!</source>
+        <translation type="unfinished">Keine Einträge ausgewählt!</translation>
+    </message>
+</context>
+<context>
+    <name>TZRuleBasedDialog</name>
+    <message>
+        <location filename="../../forms/TZRuleBasedDialog.ui" line="+14"/>
+        <source>Rule setting</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <source>Style</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+22"/>
+        <source>Choose the symbol</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+3"/>
+        <source>..</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+25"/>
+        <source>Label</source>
+        <translation type="unfinished">Legende</translation>
+    </message>
+    <message>
+        <location line="+10"/>
+        <source>Filter</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+7"/>
+        <source>Every feature</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+7"/>
+        <source>Build the filter in the query builder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+3"/>
+        <source>filter</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+9"/>
+        <source>Scale filter</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+12"/>
+        <source>Minimum scale</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+7"/>
+        <source>Scale denominator as a whole number, e.g. 1000000 for 1:1,000,000</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+10"/>
+        <source>Maximum scale</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+7"/>
+        <source>Scale denominator as a whole number, e.g. 1000 for 1:1,000</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../../panels/vector/TZRuleBasedDialog.cpp" line="+78"/>
+        <source>No symbol</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+35"/>
+        <source>Information</source>
+        <translation type="unfinished">Information</translation>
+    </message>
+    <message>
+        <location line="+0"/>
+        <source>Symbol can not be null</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TZRuleBasedModel</name>
+    <message>
+        <location filename="../../panels/vector/TZRuleBasedModel.cpp" line="+101"/>
+        <source>Symbols</source>
+        <translation type="unfinished">Symbole</translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>Label</source>
+        <translation type="unfinished">Legende</translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>Rule</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>Scale filter</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>Minimum scale</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>Maximum scale</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -1003,7 +2497,7 @@ Möchten Sie sie speichern?</translation>
         <translation>Bitte warten</translation>
     </message>
     <message>
-        <location filename="../../objectmodel/widgets/TZWaitDialog.cpp" line="+36"/>
+        <location filename="../../objectmodel/widgets/TZWaitDialog.cpp" line="+42"/>
         <source>The task stopped with an unknown error.</source>
         <translation>Die Aufgabe wurde mit einem unbekannten Fehler abgebrochen.</translation>
     </message>
@@ -1012,11 +2506,430 @@ Möchten Sie sie speichern?</translation>
         <source>The task failed.</source>
         <translation>Die Aufgabe ist fehlgeschlagen.</translation>
     </message>
+    <message>
+        <location line="+11"/>
+        <source>Cancel</source>
+        <translation type="unfinished">Abbrechen</translation>
+    </message>
+</context>
+<context>
+    <name>TzImageRenderClassDialog</name>
+    <message>
+        <location filename="../../forms/TzImageRenderClassDialog.ui" line="+14"/>
+        <source>Dialog</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <source>Classes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+17"/>
+        <source>Color</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+29"/>
+        <source>Display Nodata as</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../../panels/raster/TzImageRenderClassDialog.cpp" line="+39"/>
+        <source>Image Class</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+131"/>
+        <location line="+8"/>
+        <source>Warning</source>
+        <translation type="unfinished">Warnung</translation>
+    </message>
+    <message>
+        <location line="-8"/>
+        <source>Data is not standard!</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+8"/>
+        <source>Data is out of bound!</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TzImageRenderColormapDialog</name>
+    <message>
+        <location filename="../../forms/TzImageRenderColormapDialog.ui" line="+14"/>
+        <source>Dialog</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+18"/>
+        <source>Display Nodata as</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../../panels/raster/TzImageRenderColormapDialog.cpp" line="+33"/>
+        <source>Image Colormap</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TzImageRenderStretchDialog</name>
+    <message>
+        <location filename="../../forms/TzImageRenderStretchDialog.ui" line="+6"/>
+        <source>Dialog</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Stretch Method&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+13"/>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Color&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+13"/>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Min Value&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+14"/>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Max Value&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+14"/>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Standard Value&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+7"/>
+        <source>2.5</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+7"/>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Left Stretch Value&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+7"/>
+        <location line="+14"/>
+        <source>0.5</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="-7"/>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Right Stretch Value&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+16"/>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Display Nodata as&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+22"/>
+        <source>Histogram</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../../panels/raster/TzImageRenderStretchDialog.cpp" line="+49"/>
+        <location line="+71"/>
+        <source>Min And Max Value Stretch</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="-70"/>
+        <source>Standard Deviation Stretch</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>Percent Clip Stretch</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+22"/>
+        <source>Image Stretch</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+111"/>
+        <source>Reading the band...</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TzImageRenderTableDialog</name>
+    <message>
+        <location filename="../../panels/raster/TzImageRenderTableDialog.cpp" line="+106"/>
+        <source>Reading the raster...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+8"/>
+        <source>Warning</source>
+        <translation type="unfinished">Warnung</translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>The raster cannot be shown this way: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TzImageRenderUniqueDialog</name>
+    <message>
+        <location filename="../../forms/TzImageRenderUniqueDialog.ui" line="+14"/>
+        <source>Dialog</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <source>Color</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+29"/>
+        <source>Display Nodata as</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../../panels/raster/TzImageRenderUniqueDialog.cpp" line="+38"/>
+        <source>Image Unique</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+38"/>
+        <source>Warning</source>
+        <translation type="unfinished">Warnung</translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>This data big, get unique data is slowly,would you like to continus?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+9"/>
+        <source>Information</source>
+        <translation type="unfinished">Information</translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>The band has more than %1 distinct values. The scan stopped there, so the table is incomplete: values not listed are not drawn.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TzImgRenderMultiStretchDialog</name>
+    <message>
+        <location filename="../../forms/TzImgRenderMultiStretchDialog.ui" line="+6"/>
+        <source>Dialog</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+2"/>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Band&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+3"/>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Min&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+3"/>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Max&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+3"/>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Display Background as&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+4"/>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Display Nodata as&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../../panels/raster/TzImgRenderMultiStretchDialog.cpp" line="+35"/>
+        <source>Image Stretch</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TzImgRenderRGBCompositeDialog</name>
+    <message>
+        <location filename="../../forms/TzImgRenderRGBCompositeDialog.ui" line="+6"/>
+        <source>Dialog</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+2"/>
+        <source>Statistics</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+2"/>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Min&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Max&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Mean&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Std Dev&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Red&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+5"/>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Green&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+5"/>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Blue&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+13"/>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Display Background as&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+4"/>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Display Nodata as&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+4"/>
+        <source>Stretch</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+2"/>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Type:&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+3"/>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;min:&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <location line="+2"/>
+        <source>0.5</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="-1"/>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;max:&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <source>Histogram</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../../panels/raster/TzImgRenderRGBCompositeDialog.cpp" line="+38"/>
+        <source>None</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>Percent Clip</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+19"/>
+        <source>Image RGBComposite</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+77"/>
+        <source>Red</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>Green</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>Blue</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+2"/>
+        <source>Alpha</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TzModelBandCheckList</name>
+    <message>
+        <location filename="../../panels/raster/TzModelBandCheckList.cpp" line="+78"/>
+        <source>Channel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+2"/>
+        <source>Band</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TzRasterBandReader</name>
+    <message>
+        <location filename="../../panels/raster/TzRasterBandReader.cpp" line="+27"/>
+        <source>Computing the statistics of band %1...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+29"/>
+        <source>Computing the band histograms...</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TzSlotGuard</name>
+    <message>
+        <location filename="../../panels/raster/TzSlotGuard.h" line="+21"/>
+        <source>Unknown error</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+2"/>
+        <source>Error!</source>
+        <translation type="unfinished">Fehler!</translation>
+    </message>
 </context>
 <context>
     <name>main</name>
     <message>
-        <location filename="../../app/main.cpp" line="+56"/>
+        <location filename="../../app/main.cpp" line="+55"/>
         <source>Desktop map viewer and symbology editor.</source>
         <translation>Desktop-Kartenbetrachter und Symbolisierungseditor.</translation>
     </message>
