@@ -6,8 +6,9 @@
 #     libraries resolve the package's libraries inside the copy and nothing
 #     from the build tree, and runs the copied tzmap-sampledata and
 #     tzmap --snapshot from there; the host checks the snapshot.
-# Called by ctest with BUILD_DIR, HOST_DIR and GENERATOR set; the work
-# folder is made in the temporary folder, away from the build tree.
+# Called by ctest with BUILD_DIR, HOST_DIR, GENERATOR and the build's
+# HOST_CXX_FLAGS and HOST_LINKER_FLAGS set; the work folder is made in the
+# temporary folder, away from the build tree.
 cmake_minimum_required(VERSION 3.25)
 
 set(temp $ENV{TMPDIR})
@@ -44,9 +45,12 @@ endfunction()
 
 run(out ${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${prefix})
 
-# The outside project, configured and built against the prefix.
+# The outside project, configured and built against the prefix, with the
+# package's own compiler and linker flags: a program linked to libraries
+# built with the sanitizers must be built with them too.
 run(out ${CMAKE_COMMAND} -S ${HOST_DIR} -B ${work}/host -G ${GENERATOR}
-    -DCMAKE_BUILD_TYPE=Release -DCMAKE_PREFIX_PATH=${prefix})
+    -DCMAKE_BUILD_TYPE=Release -DCMAKE_PREFIX_PATH=${prefix}
+    "-DCMAKE_CXX_FLAGS=${HOST_CXX_FLAGS}" "-DCMAKE_EXE_LINKER_FLAGS=${HOST_LINKER_FLAGS}")
 run(out ${CMAKE_COMMAND} --build ${work}/host)
 run(out ${work}/host/tzhost)
 message(STATUS "${out}")
