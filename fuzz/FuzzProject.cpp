@@ -1,6 +1,6 @@
 // The tzmap project file. Layer sources are confined to a folder of small
-// data sets (see tzFuzzDataFolder): a project naming a device or a huge file
-// elsewhere tests the machine, not the reader.
+// data sets (see tzFuzzDataFolder): a project naming a device, a huge file
+// elsewhere or a database server tests the machine, not the reader.
 #include "FuzzSupport.h"
 
 #include "TZMapProject.h"
@@ -22,7 +22,9 @@ bool sourcesStayInside(const QByteArray& bytes)
     const QJsonDocument document = QJsonDocument::fromJson(bytes);
     for (const QJsonValue& layer : document.object().value(QStringLiteral("layers")).toArray()) {
         const QString source = layer.toObject().value(QStringLiteral("source")).toString();
-        if (source.contains(QLatin1Char('/')) || source.contains(QLatin1Char('\\')) || source.startsWith(QLatin1Char('.')))
+        // A ':' names a driver's connection ("PG:..."): a server, not a file.
+        if (source.contains(QLatin1Char('/')) || source.contains(QLatin1Char('\\')) || source.startsWith(QLatin1Char('.'))
+            || source.contains(QLatin1Char(':')))
             return false;
     }
     return true;
