@@ -8,21 +8,11 @@
 #include "data/TERasterDirLayer.h"
 #include "data/TERasterLayer.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
 
 #include <gdal.h>
 
 using namespace TZObjects;
-
-namespace {
-
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("TZLayerOpener", text);
-}
-
-} // namespace
 
 std::vector<TERefPtr<TELayer>> TZLayerOpener::open(const QString& given, QString* error)
 {
@@ -44,7 +34,7 @@ std::vector<TERefPtr<TELayer>> TZLayerOpener::open(const QString& given, QString
 
     if (!info.exists() && !path.contains(QLatin1Char(':'))) {
         if (error)
-            *error = tr("\"%1\" was not found.").arg(path);
+            *error = TZLayerOpener::tr("\"%1\" was not found.").arg(path);
         return layers;
     }
     TEGdalSupport::EnsureRegistered();
@@ -63,9 +53,9 @@ std::vector<TERefPtr<TELayer>> TZLayerOpener::open(const QString& given, QString
             if (!lastError.isEmpty())
                 *error = lastError;
             else if (!reason.isEmpty())
-                *error = tr("GDAL cannot read \"%1\": %2").arg(TEPostgresSource::WithoutPassword(path), reason);
+                *error = TZLayerOpener::tr("GDAL cannot read \"%1\": %2").arg(TEPostgresSource::WithoutPassword(path), reason);
             else
-                *error = tr("\"%1\" is not a vector or raster source GDAL can read.").arg(TEPostgresSource::WithoutPassword(path));
+                *error = TZLayerOpener::tr("\"%1\" is not a vector or raster source GDAL can read.").arg(TEPostgresSource::WithoutPassword(path));
         }
         return layers;
     }
@@ -90,7 +80,7 @@ std::vector<TERefPtr<TELayer>> TZLayerOpener::open(const QString& given, QString
             lastError = rasterError;
     }
     if (layers.empty() && error)
-        *error = lastError.isEmpty() ? tr("\"%1\" holds no layer.").arg(TEPostgresSource::WithoutPassword(path)) : lastError;
+        *error = lastError.isEmpty() ? TZLayerOpener::tr("\"%1\" holds no layer.").arg(TEPostgresSource::WithoutPassword(path)) : lastError;
     return layers;
 }
 
@@ -100,7 +90,7 @@ TERefPtr<TELayer> TZLayerOpener::openLayer(const QString& kind, const QString& s
     // GDAL names a missing file no better than a damaged one.
     if (!source.contains(QLatin1Char(':')) && !QFileInfo::exists(source)) {
         if (error)
-            *error = tr("\"%1\" was not found.").arg(source);
+            *error = TZLayerOpener::tr("\"%1\" was not found.").arg(source);
         return {};
     }
     if (kind == QLatin1String(FeatureKind) && TEPostgresSource::IsPostgres(source)) {
@@ -116,7 +106,7 @@ TERefPtr<TELayer> TZLayerOpener::openLayer(const QString& kind, const QString& s
     if (kind == QLatin1String(RasterDirKind))
         return TERasterDirLayer::Open(source, error);
     if (error)
-        *error = tr("Unknown layer kind \"%1\".").arg(kind);
+        *error = TZLayerOpener::tr("Unknown layer kind \"%1\".").arg(kind);
     return {};
 }
 

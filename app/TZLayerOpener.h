@@ -3,6 +3,7 @@
 #include "core/TERefPtr.h"
 #include "data/TELayer.h"
 
+#include <QCoreApplication>
 #include <QString>
 #include <QStringList>
 
@@ -13,6 +14,8 @@
 // raster, or a folder of rasters as one raster directory layer.
 class TZLayerOpener
 {
+    Q_DECLARE_TR_FUNCTIONS(TZLayerOpener)
+
 public:
     // The kinds of layer a project records.
     static constexpr const char* FeatureKind = "feature";

@@ -8,7 +8,6 @@
 #include "data/TERasterLayer.h"
 #include "renders/TEFileFunc.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QJsonArray>
@@ -27,11 +26,6 @@ namespace {
 // their categories as columns with a table of shared styles, which version
 // 2 readers would silently drop; earlier files still open.
 constexpr int FormatVersion = 3;
-
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("TZMapProject", text);
-}
 
 // Sets a render read from JSON on a layer of any kind.
 bool applyRender(TELayer* layer, const QJsonObject& json, QString* error)
@@ -114,7 +108,7 @@ bool TZMapProject::save(const QString& path, const std::vector<LayerState>& laye
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(QJsonDocument(root).toJson(QJsonDocument::Compact)) < 0 || !file.commit()) {
         if (error)
-            *error = tr("Cannot write \"%1\": %2").arg(path, file.errorString());
+            *error = TZMapProject::tr("Cannot write \"%1\": %2").arg(path, file.errorString());
         return false;
     }
     return true;
@@ -128,7 +122,7 @@ bool TZMapProject::open(const QString& path, std::vector<LayerState>& layers, TZ
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         if (error)
-            *error = tr("Cannot read \"%1\": %2").arg(path, file.errorString());
+            *error = TZMapProject::tr("Cannot read \"%1\": %2").arg(path, file.errorString());
         return false;
     }
     QJsonParseError parseError;
@@ -136,13 +130,13 @@ bool TZMapProject::open(const QString& path, std::vector<LayerState>& layers, TZ
     const QJsonObject root = document.object();
     if (document.isNull() || root.value(QStringLiteral("application")).toString() != QLatin1String("tzmap")) {
         if (error)
-            *error = tr("\"%1\" is not a tzmap project.").arg(path);
+            *error = TZMapProject::tr("\"%1\" is not a tzmap project.").arg(path);
         return false;
     }
     const int version = root.value(QStringLiteral("version")).toInt();
     if (version > FormatVersion) {
         if (error)
-            *error = tr("\"%1\" was written by a newer tzmap.").arg(path);
+            *error = TZMapProject::tr("\"%1\" was written by a newer tzmap.").arg(path);
         return false;
     }
 
@@ -160,7 +154,7 @@ bool TZMapProject::open(const QString& path, std::vector<LayerState>& layers, TZ
                                                            entry.value(QStringLiteral("layer")).toString(), &layerError);
         if (!layer) {
             if (warnings)
-                *warnings << tr("Layer \"%1\" was left out: %2").arg(name, layerError);
+                *warnings << TZMapProject::tr("Layer \"%1\" was left out: %2").arg(name, layerError);
             continue;
         }
         if (!name.isEmpty())
@@ -169,12 +163,12 @@ bool TZMapProject::open(const QString& path, std::vector<LayerState>& layers, TZ
         QString renderError;
         if (render.isObject()) {
             if (!applyRender(layer.get(), render.toObject(), &renderError) && warnings)
-                *warnings << tr("The symbology of \"%1\" could not be read: %2. It is drawn with its default symbology.")
+                *warnings << TZMapProject::tr("The symbology of \"%1\" could not be read: %2. It is drawn with its default symbology.")
                                  .arg(name, renderError);
         } else if (render.isNull() && version >= 2) {
             removeRender(layer.get());
         } else if (!render.isUndefined() && !render.isNull() && warnings) {
-            *warnings << tr("The symbology of \"%1\" is not a render object. It is drawn with its default symbology.")
+            *warnings << TZMapProject::tr("The symbology of \"%1\" is not a render object. It is drawn with its default symbology.")
                              .arg(name);
         }
         layers.push_back({layer, entry.value(QStringLiteral("visible")).toBool(true)});

@@ -5,6 +5,7 @@
 #include "core/TERefPtr.h"
 #include "data/TELayer.h"
 
+#include <QCoreApplication>
 #include <QString>
 #include <QStringList>
 
@@ -18,6 +19,8 @@
 // they can run off the GUI thread.
 class TZMapProject
 {
+    Q_DECLARE_TR_FUNCTIONS(TZMapProject)
+
 public:
     struct LayerState
     {

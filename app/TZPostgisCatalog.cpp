@@ -2,7 +2,6 @@
 
 #include "data/TEPostgresSource.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
@@ -15,11 +14,6 @@
 using namespace TZObjects;
 
 namespace {
-
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("TZPostgisCatalog", text);
-}
 
 // libpq's message in one line.
 QString oneLine(const char* message)
@@ -48,8 +42,8 @@ TZPostgisCatalog::Result TZPostgisCatalog::list(const QString& connInfo, int tim
     if (PQstatus(connection.get()) != CONNECTION_OK) {
         result.needsPassword = PQconnectionNeedsPassword(connection.get())
             || (PQconnectionUsedPassword(connection.get()) && QByteArray(PQerrorMessage(connection.get())).contains("password"));
-        result.error = result.needsPassword ? tr("The server asks for a password: %1").arg(oneLine(PQerrorMessage(connection.get())))
-                                            : tr("Cannot connect: %1").arg(oneLine(PQerrorMessage(connection.get())));
+        result.error = result.needsPassword ? TZPostgisCatalog::tr("The server asks for a password: %1").arg(oneLine(PQerrorMessage(connection.get())))
+                                            : TZPostgisCatalog::tr("Cannot connect: %1").arg(oneLine(PQerrorMessage(connection.get())));
         return result;
     }
     // The listing is bounded by the same time-out as the connection.
@@ -59,8 +53,8 @@ TZPostgisCatalog::Result TZPostgisCatalog::list(const QString& connInfo, int tim
         const char* state = PQresultErrorField(rows.get(), PG_DIAG_SQLSTATE);
         // 42P01: no such relation, here geometry_columns.
         result.error = state && QByteArray(state) == "42P01"
-            ? tr("The database has no PostGIS extension (it has no geometry_columns).")
-            : tr("Cannot list the tables: %1").arg(oneLine(PQresultErrorMessage(rows.get())));
+            ? TZPostgisCatalog::tr("The database has no PostGIS extension (it has no geometry_columns).")
+            : TZPostgisCatalog::tr("Cannot list the tables: %1").arg(oneLine(PQresultErrorMessage(rows.get())));
         return result;
     }
     for (int row = 0; row < PQntuples(rows.get()); ++row) {

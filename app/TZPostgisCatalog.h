@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
 #include <QStringList>
 
@@ -11,6 +12,8 @@
 // server longer than the time-out it is given.
 class TZPostgisCatalog
 {
+    Q_DECLARE_TR_FUNCTIONS(TZPostgisCatalog)
+
 public:
     struct Table
     {

@@ -21,11 +21,6 @@ namespace {
 constexpr int ConnectTimeoutSeconds = 10;
 constexpr int MaxAttempts = 3;
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("TZPostgisLogin", text);
-}
-
 struct State
 {
     QMutex mutex;
@@ -72,8 +67,8 @@ TZPostgisLogin::Prompt TZPostgisLogin::dialogPrompt(QWidget* parent)
     return [guard](const QString& connection, const QString& reason, QString& password) {
         bool ok = false;
         const auto ask = [&] {
-            password = QInputDialog::getText(guard, tr("PostGIS Password"),
-                                             tr("%1\n%2\n\nPassword:").arg(reason, connection),
+            password = QInputDialog::getText(guard, TZPostgisLogin::tr("PostGIS Password"),
+                                             TZPostgisLogin::tr("%1\n%2\n\nPassword:").arg(reason, connection),
                                              QLineEdit::Password, QString(), &ok);
         };
         // Layers of a project open on a worker thread; the question is
@@ -107,11 +102,11 @@ QString TZPostgisLogin::complete(const QString& source, QString* error)
     Outcome outcome = tryConnect(source, &message);
     for (int attempt = 0; outcome == Outcome::NeedsPassword && attempt < MaxAttempts; ++attempt) {
         QString password;
-        const QString reason = attempt == 0 ? tr("The database server asks for a password.")
-                                            : tr("The server refused the password: %1").arg(message);
+        const QString reason = attempt == 0 ? TZPostgisLogin::tr("The database server asks for a password.")
+                                            : TZPostgisLogin::tr("The server refused the password: %1").arg(message);
         if (!prompt || !prompt(key, reason, password)) {
             if (error)
-                *error = tr("No password was given for \"%1\".").arg(key);
+                *error = TZPostgisLogin::tr("No password was given for \"%1\".").arg(key);
             return {};
         }
         parsed.SetValue(QStringLiteral("password"), password);
@@ -119,7 +114,7 @@ QString TZPostgisLogin::complete(const QString& source, QString* error)
     }
     if (outcome != Outcome::Connected) {
         if (error)
-            *error = tr("Cannot connect to \"%1\": %2").arg(key, message);
+            *error = TZPostgisLogin::tr("Cannot connect to \"%1\": %2").arg(key, message);
         return {};
     }
     if (parsed.Value(QStringLiteral("password")).isEmpty())

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
 
 #include <functional>
@@ -15,6 +16,8 @@ class QWidget;
 // the rest of the session.
 class TZPostgisLogin
 {
+    Q_DECLARE_TR_FUNCTIONS(TZPostgisLogin)
+
 public:
     // Asks for the password of a connection (shown without its password);
     // reason says why (none given yet, or the last one was refused). False

@@ -275,7 +275,7 @@
 <context>
     <name>TZLayerOpener</name>
     <message>
-        <location filename="../../app/TZLayerOpener.cpp" line="+66"/>
+        <location filename="../../app/TZLayerOpener.cpp" line="+56"/>
         <source>GDAL cannot read &quot;%1&quot;: %2</source>
         <translation type="unfinished"></translation>
     </message>
@@ -340,7 +340,7 @@
 <context>
     <name>TZMapProject</name>
     <message>
-        <location filename="../../app/TZMapProject.cpp" line="+177"/>
+        <location filename="../../app/TZMapProject.cpp" line="+171"/>
         <source>The symbology of &quot;%1&quot; is not a render object. It is drawn with its default symbology.</source>
         <translation type="unfinished"></translation>
     </message>
@@ -788,7 +788,7 @@ Do you want to save them?</source>
 <context>
     <name>TZPostgisCatalog</name>
     <message>
-        <location filename="../../app/TZPostgisCatalog.cpp" line="+51"/>
+        <location filename="../../app/TZPostgisCatalog.cpp" line="+45"/>
         <source>The server asks for a password: %1</source>
         <translation type="unfinished"></translation>
     </message>
@@ -949,7 +949,7 @@ Do you want to save them?</source>
 <context>
     <name>TZPostgisLogin</name>
     <message>
-        <location filename="../../app/TZPostgisLogin.cpp" line="+75"/>
+        <location filename="../../app/TZPostgisLogin.cpp" line="+70"/>
         <source>PostGIS Password</source>
         <translation type="unfinished"></translation>
     </message>

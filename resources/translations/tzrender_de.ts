@@ -275,7 +275,7 @@
 <context>
     <name>TZLayerOpener</name>
     <message>
-        <location filename="../../app/TZLayerOpener.cpp" line="+66"/>
+        <location filename="../../app/TZLayerOpener.cpp" line="+56"/>
         <source>GDAL cannot read &quot;%1&quot;: %2</source>
         <translation>GDAL kann „%1“ nicht lesen: %2</translation>
     </message>
@@ -340,7 +340,7 @@
 <context>
     <name>TZMapProject</name>
     <message>
-        <location filename="../../app/TZMapProject.cpp" line="+177"/>
+        <location filename="../../app/TZMapProject.cpp" line="+171"/>
         <source>The symbology of &quot;%1&quot; is not a render object. It is drawn with its default symbology.</source>
         <translation>Die Symbolisierung von „%1“ ist kein Darstellungsobjekt. Der Layer wird mit seiner Standardsymbolisierung gezeichnet.</translation>
     </message>
@@ -789,7 +789,7 @@ Möchten Sie sie speichern?</translation>
 <context>
     <name>TZPostgisCatalog</name>
     <message>
-        <location filename="../../app/TZPostgisCatalog.cpp" line="+51"/>
+        <location filename="../../app/TZPostgisCatalog.cpp" line="+45"/>
         <source>The server asks for a password: %1</source>
         <translation type="unfinished"></translation>
     </message>
@@ -950,7 +950,7 @@ Möchten Sie sie speichern?</translation>
 <context>
     <name>TZPostgisLogin</name>
     <message>
-        <location filename="../../app/TZPostgisLogin.cpp" line="+75"/>
+        <location filename="../../app/TZPostgisLogin.cpp" line="+70"/>
         <source>PostGIS Password</source>
         <translation type="unfinished"></translation>
     </message>
