@@ -667,8 +667,9 @@ bool TEFeatureTable::ReadArrow(int fieldIndex, const TEQueryFilter& filter, RowS
 
     const bool withFid = sink.Active();
     constexpr int64_t batchSize = 65536;
+    const QByteArray batchOption = "MAX_FEATURES_IN_BATCH=" + QByteArray::number(qint64(batchSize));
     char* options[] = {const_cast<char*>(withFid ? "INCLUDE_FID=YES" : "INCLUDE_FID=NO"),
-                       const_cast<char*>("MAX_FEATURES_IN_BATCH=65536"), nullptr};
+                       const_cast<char*>(batchOption.constData()), nullptr};
     ArrowArrayStream stream{};
     if (!OGR_L_GetArrowStream(layer, &stream, options))
         return false;
