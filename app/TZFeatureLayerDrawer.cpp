@@ -1,5 +1,7 @@
 #include "TZFeatureLayerDrawer.h"
 
+#include "TZStyleMemo.h"
+
 #include "data/TEFeatureCursor.h"
 #include "data/TEGeometry.h"
 #include "renders/TEDiagramRender.h"
@@ -11,8 +13,8 @@
 #include <QPainter>
 
 #include <cmath>
+#include <optional>
 #include <string>
-#include <unordered_map>
 
 using namespace TZObjects;
 
@@ -114,6 +116,9 @@ bool TZFeatureLayerDrawer::drawFeatures(QPainter* painter, const TEQueryFilter& 
     // One feature object is refilled for every feature not kept for a
     // diagram, and the geometry is drawn where the feature holds it.
     TERefPtr<TEFeature> feature;
+    // Copies of point symbols still waiting in the run are done when it
+    // ends, before the priority passes and diagrams draw.
+    std::optional<TEPointSymbolCache::Run> symbols(std::in_place, mSymbols, painter);
     while ((feature = cursor->NextFeature(std::move(feature)))) {
         if (context.IsCancelled())
             return false;
@@ -131,7 +136,7 @@ bool TZFeatureLayerDrawer::drawFeatures(QPainter* painter, const TEQueryFilter& 
             const double angle = mRender ? mRender->GetRotationAngle(feature.get()) : 0.0;
             if (byPriority)
                 pending.push_back({TEGeometry::FromHandleCopy(geometry), style, angle});
-            else if (mSymbols.Draw(painter, style.get(), geometry, toDevice, angle))
+            else if (symbols->Draw(style.get(), geometry, toDevice, angle))
                 ++mDrawnCount;
         }
         QPointF anchor;
@@ -141,6 +146,7 @@ bool TZFeatureLayerDrawer::drawFeatures(QPainter* painter, const TEQueryFilter& 
         }
     }
     feature.reset();
+    symbols.reset();
     // A read that failed (the server went away) is no end of the layer.
     if (!cursor->GetError().isEmpty()) {
         mErrorText = cursor->GetError();
@@ -164,7 +170,7 @@ bool TZFeatureLayerDrawer::drawBatches(QPainter* painter, TEFeatureBatchCursor* 
             remember = remember && mLayer->GetFields()->FindField(name) >= 2;
     }
     const bool rotates = mRender && mRender->IsRotateByField();
-    std::unordered_map<std::string, TERefPtr<TEStyle>> styles;
+    TZStyleMemo styles(remember ? MaxRememberedStyles : 0);
     const TERefPtr<TEFeature> feature = batches->MakeFeature();
     std::string key;
     const QTransform& toDevice = context.mapToDevice;
@@ -173,6 +179,7 @@ bool TZFeatureLayerDrawer::drawBatches(QPainter* painter, TEFeatureBatchCursor* 
     const bool affine = toDevice.isAffine();
     const double m11 = toDevice.m11(), m12 = toDevice.m12(), m21 = toDevice.m21(), m22 = toDevice.m22();
     const double dx = toDevice.dx(), dy = toDevice.dy();
+    TEPointSymbolCache::Run symbols(mSymbols, painter);
     int sinceCheckpoint = 0;
     while (batches->NextBatch()) {
         const int64_t rows = batches->GetRowCount();
@@ -187,18 +194,21 @@ bool TZFeatureLayerDrawer::drawBatches(QPainter* painter, TEFeatureBatchCursor* 
             const TEStyle* style = mDefaultStyle.get();
             TERefPtr<TEStyle> asked;
             if (mRender) {
-                key.clear();
-                batches->AppendKey(row, key);
-                const auto known = remember ? styles.find(key) : styles.end();
-                if (known != styles.end()) {
-                    style = known->second.get();
+                const TERefPtr<TEStyle>* known = nullptr;
+                if (remember) {
+                    key.clear();
+                    batches->AppendKey(row, key);
+                    known = styles.Find(key);
+                }
+                if (known) {
+                    style = known->get();
                 } else {
                     batches->FillFeature(row, *feature);
                     filled = true;
                     asked = mRender->GetStyleByFeature(feature.get(), context.scale);
                     style = asked.get();
-                    if (remember && styles.size() < MaxRememberedStyles)
-                        styles.emplace(key, asked);
+                    if (remember)
+                        styles.Insert(key, asked);
                 }
             }
             if (!style)
@@ -215,14 +225,14 @@ bool TZFeatureLayerDrawer::drawBatches(QPainter* painter, TEFeatureBatchCursor* 
             if (batches->GetPoint(row, x, y)) {
                 const QPointF device = affine ? QPointF(m11 * x + m21 * y + dx, m12 * x + m22 * y + dy)
                                               : toDevice.map(QPointF(x, y));
-                if (mSymbols.DrawPoint(painter, style, device, angle))
+                if (symbols.DrawPoint(style, device, angle))
                     ++mDrawnCount;
                 continue;
             }
             if (!filled)
                 batches->FillFeature(row, *feature);
             OGRGeometryH geometry = OGR_F_GetGeometryRef(feature->GetHandle());
-            if (geometry && mSymbols.Draw(painter, style, geometry, toDevice, angle))
+            if (geometry && symbols.Draw(style, geometry, toDevice, angle))
                 ++mDrawnCount;
         }
     }
@@ -289,6 +299,7 @@ bool TZFeatureLayerDrawer::drawByPriority(QPainter* painter, const std::vector<P
                                           const QTransform& toDevice, const TETrackCancel* cancel)
 {
     std::vector<bool> drawn(pending.size(), false);
+    TEPointSymbolCache::Run symbols(mSymbols, painter);
     for (int priority : mRender->GetAllPriority()) {
         for (std::size_t i = 0; i < pending.size(); ++i) {
             if (cancel && cancel->IsCancelled())
@@ -301,11 +312,11 @@ bool TZFeatureLayerDrawer::drawByPriority(QPainter* painter, const std::vector<P
                 for (int index : multi->DrawingOrder()) {
                     const TEStyle* layer = multi->GetLayer(index);
                     if (layer && layer->GetPriority() == priority
-                        && mSymbols.Draw(painter, layer, handle, toDevice, item.angle))
+                        && symbols.Draw(layer, handle, toDevice, item.angle))
                         drawn[i] = true;
                 }
             } else if (item.style->GetPriority() == priority
-                       && mSymbols.Draw(painter, item.style.get(), handle, toDevice, item.angle)) {
+                       && symbols.Draw(item.style.get(), handle, toDevice, item.angle)) {
                 drawn[i] = true;
             }
         }

@@ -6,7 +6,11 @@
 #include <ogr_api.h>
 
 #include <cmath>
-#include <functional>
+#include <cstring>
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 namespace TZObjects {
 
@@ -20,10 +24,12 @@ constexpr int LargestScratchSize = 1024;
 // The rectangle of pixels the image paints (alpha above 0); null when none.
 QRect paintedRect(const QImage& image)
 {
-    int left = image.width(), right = -1, top = image.height(), bottom = -1;
-    for (int y = 0; y < image.height(); ++y) {
+    const int width = image.width();
+    const int height = image.height();
+    int left = width, right = -1, top = height, bottom = -1;
+    for (int y = 0; y < height; ++y) {
         const auto* line = reinterpret_cast<const QRgb*>(image.constScanLine(y));
-        for (int x = 0; x < image.width(); ++x) {
+        for (int x = 0; x < width; ++x) {
             if (qAlpha(line[x]) == 0)
                 continue;
             left = std::min(left, x);
@@ -35,6 +41,52 @@ QRect paintedRect(const QImage& image)
     return right < 0 ? QRect() : QRect(QPoint(left, top), QPoint(right, bottom));
 }
 
+// Blends count premultiplied ARGB pixels (a multiple of four) of source
+// over destination as QPainter's source-over does, rounding alike:
+// d = s + d * (255 - alpha of s) / 255, on the red and blue bytes and on
+// the alpha and green bytes of each pixel side by side.
+void blendOver(quint32* destination, const quint32* source, int count)
+{
+#ifdef __SSE2__
+    const __m128i redBlue = _mm_set1_epi32(0x00ff00ff);
+    const __m128i half = _mm_set1_epi16(0x80);
+    const __m128i opaque = _mm_set1_epi16(0xff);
+    for (int i = 0; i < count; i += 4) {
+        const __m128i s = _mm_loadu_si128(reinterpret_cast<const __m128i*>(source + i));
+        const __m128i alpha = _mm_srli_epi32(s, 24);
+        const __m128i rest = _mm_sub_epi16(opaque, _mm_or_si128(alpha, _mm_slli_epi32(alpha, 16)));
+        auto* at = reinterpret_cast<__m128i*>(destination + i);
+        const __m128i d = _mm_loadu_si128(at);
+        __m128i rb = _mm_mullo_epi16(_mm_and_si128(d, redBlue), rest);
+        __m128i ag = _mm_mullo_epi16(_mm_srli_epi16(d, 8), rest);
+        rb = _mm_srli_epi16(_mm_add_epi16(_mm_add_epi16(rb, _mm_srli_epi16(rb, 8)), half), 8);
+        ag = _mm_andnot_si128(redBlue, _mm_add_epi16(_mm_add_epi16(ag, _mm_srli_epi16(ag, 8)), half));
+        _mm_storeu_si128(at, _mm_add_epi8(s, _mm_or_si128(rb, ag)));
+    }
+#else
+    for (int i = 0; i < count; ++i) {
+        const quint32 s = source[i];
+        const quint32 rest = 255 - (s >> 24);
+        const quint32 d = destination[i];
+        quint32 rb = (d & 0x00ff00ffu) * rest;
+        rb = ((rb + ((rb >> 8) & 0x00ff00ffu) + 0x00800080u) >> 8) & 0x00ff00ffu;
+        quint32 ag = ((d >> 8) & 0x00ff00ffu) * rest;
+        ag = (ag + ((ag >> 8) & 0x00ff00ffu) + 0x00800080u) & 0xff00ff00u;
+        destination[i] = s + (rb | ag);
+    }
+#endif
+}
+
+// Asks for the memory at address to be brought into the cache.
+inline void prefetch(const void* address)
+{
+#if defined(__GNUC__)
+    __builtin_prefetch(address, 1);
+#else
+    Q_UNUSED(address);
+#endif
+}
+
 } // namespace
 
 size_t TEPointSymbolCache::KeyHash::operator()(const Key& key) const
@@ -44,30 +96,126 @@ size_t TEPointSymbolCache::KeyHash::operator()(const Key& key) const
 
 TEPointSymbolCache::~TEPointSymbolCache() = default;
 
-bool TEPointSymbolCache::canCopyOnto(const QPainter* painter)
+TEPointSymbolCache::Run::Run(TEPointSymbolCache& cache, QPainter* painter)
+    : mCache(cache)
+    , mPainter(painter)
 {
-    // The device's kind and DPI are read once per device: a drawing paints one.
-    const QPaintDevice* device = painter->device();
-    if (!device)
-        return false;
-    if (device != mDevice) {
-        const QPaintEngine* engine = painter->paintEngine();
-        mDevice = device;
-        mDeviceTakesCopies = engine && engine->type() == QPaintEngine::Raster && device->devicePixelRatioF() == 1.0;
-        mDeviceDpi = qRound(TEStyle::DeviceDpi(painter));
-    }
-    if (!mDeviceTakesCopies || painter->compositionMode() != QPainter::CompositionMode_SourceOver)
-        return false;
-    // The copy lands on whole pixels: a shift by a fraction of one would
-    // move it off the marker's position.
+    QPaintDevice* device = painter ? painter->device() : nullptr;
+    const QPaintEngine* engine = painter ? painter->paintEngine() : nullptr;
+    if (!device || !engine || engine->type() != QPaintEngine::Raster || device->devicePixelRatioF() != 1.0
+        || painter->compositionMode() != QPainter::CompositionMode_SourceOver)
+        return;
+    // A copy lands on whole pixels: a shift by a fraction of one would move
+    // it off the marker's position.
     const QTransform& transform = painter->transform();
-    return transform.type() <= QTransform::TxTranslate && transform.dx() == std::floor(transform.dx())
-        && transform.dy() == std::floor(transform.dy());
+    if (transform.type() > QTransform::TxTranslate || transform.dx() != std::floor(transform.dx())
+        || transform.dy() != std::floor(transform.dy()))
+        return;
+    mCopies = true;
+    mDpi = qRound(TEStyle::DeviceDpi(painter));
+    mAntialiased = painter->testRenderHint(QPainter::Antialiasing);
+    if (device->devType() != QInternal::Image || painter->hasClipping() || painter->opacity() != 1.0)
+        return;
+    auto* image = static_cast<QImage*>(device);
+    if (image->format() != QImage::Format_ARGB32_Premultiplied && image->format() != QImage::Format_RGB32)
+        return;
+    // The painter draws into this very buffer (bits() would detach an image
+    // shared since the painter began, and so write elsewhere).
+    mBits = reinterpret_cast<quint32*>(const_cast<uchar*>(image->constBits()));
+    mStride = image->bytesPerLine() / qsizetype(sizeof(quint32));
+    mBounds = image->rect();
+    mShift = QPoint(int(transform.dx()), int(transform.dy()));
+}
+
+bool TEPointSymbolCache::Run::DrawPoint(const TEStyle* style, const QPointF& device, double angle)
+{
+    if (!mPainter || !style)
+        return false;
+    // Strokes come after the copies before them.
+    const auto stroke = [&] {
+        Flush();
+        return style->DrawPoint(mPainter, device, angle);
+    };
+    if (!mCopies || angle != 0.0 || !std::isfinite(device.x()) || !std::isfinite(device.y())
+        || std::abs(device.x()) > 1e7 || std::abs(device.y()) > 1e7)
+        return stroke();
+    const Key key{style, mDpi, mAntialiased};
+    Symbol& symbol = mCache.symbol(key);
+    if (!symbol.usable || symbol.uses < StrokedFirst) {
+        ++symbol.uses;
+        return stroke();
+    }
+    // The marker's position in quarter pixels: a whole pixel and the
+    // quarter step within it.
+    const auto quarterX = qint64(std::round(device.x() * Steps));
+    const auto quarterY = qint64(std::round(device.y() * Steps));
+    const auto pixelX = quarterX >= 0 ? quarterX / Steps : -((Steps - 1 - quarterX) / Steps);
+    const auto pixelY = quarterY >= 0 ? quarterY / Steps : -((Steps - 1 - quarterY) / Steps);
+    const Sprite* sprite =
+        mCache.sprite(symbol, key, int(quarterX - pixelX * Steps), int(quarterY - pixelY * Steps));
+    if (!sprite)
+        return stroke();
+    if (sprite->pixels)
+        copy(*sprite, QPoint(int(pixelX), int(pixelY)));
+    ++mCache.mCopied;
+    return true;
+}
+
+TEPointSymbolCache::Run::~Run()
+{
+    Flush();
+}
+
+void TEPointSymbolCache::Run::Flush()
+{
+    for (; mCount > 0; --mCount, mFirst = (mFirst + 1) % Lag)
+        blend(mWaiting[size_t(mFirst)]);
+}
+
+void TEPointSymbolCache::Run::blend(const Blend& blend) const
+{
+    const QRect& box = blend.sprite->box;
+    quint32* row = blend.target;
+    const quint32* source = blend.sprite->pixels;
+    for (int y = 0; y < box.height(); ++y, row += mStride, source += box.width())
+        blendOver(row, source, box.width());
+}
+
+void TEPointSymbolCache::Run::copy(const Sprite& sprite, const QPoint& pixel)
+{
+    const QRect& box = sprite.box;
+    const QPoint corner = pixel + box.topLeft();
+    const QPoint target = corner + mShift;
+    if (mBits && target.x() >= mBounds.left() && target.y() >= mBounds.top()
+        && target.x() + box.width() - 1 <= mBounds.right() && target.y() + box.height() - 1 <= mBounds.bottom()) {
+        // The rows lie far apart in a large image: they are asked for now
+        // and blended a few points later, so that the waits for memory
+        // overlap.
+        quint32* row = mBits + target.y() * mStride + target.x();
+        for (int y = 0; y < box.height(); ++y) {
+            prefetch(row + y * mStride);
+            prefetch(row + y * mStride + box.width() - 1);
+        }
+        if (mCount == Lag) {
+            blend(mWaiting[size_t(mFirst)]);
+            mFirst = (mFirst + 1) % Lag;
+            --mCount;
+        }
+        mWaiting[size_t((mFirst + mCount) % Lag)] = {row, &sprite};
+        ++mCount;
+        return;
+    }
+    // Across the image's edge, or onto another device: QPainter clips.
+    Flush();
+    const QImage wrapped(reinterpret_cast<const uchar*>(sprite.pixels), box.width(), box.height(),
+                         box.width() * int(sizeof(quint32)), QImage::Format_ARGB32_Premultiplied);
+    mPainter->drawImage(corner, wrapped);
 }
 
 TEPointSymbolCache::Symbol& TEPointSymbolCache::symbol(const Key& key)
 {
-    Recent& recent = mRecent[(reinterpret_cast<quintptr>(key.style) >> 4) % RecentCount];
+    const auto spread = quint64(quintptr(key.style)) * Q_UINT64_C(0x9E3779B97F4A7C15);
+    Recent& recent = mRecent[size_t(spread >> (64 - RecentBits))];
     if (recent.symbol && recent.key == key)
         return *recent.symbol;
     Symbol& found = mSymbols[key];
@@ -77,13 +225,15 @@ TEPointSymbolCache::Symbol& TEPointSymbolCache::symbol(const Key& key)
 
 const TEPointSymbolCache::Sprite* TEPointSymbolCache::sprite(Symbol& symbol, const Key& key, int stepX, int stepY)
 {
-    if (!symbol.sprites)
-        symbol.sprites = std::make_unique<std::array<Sprite, Steps * Steps>>();
-    Sprite& sprite = (*symbol.sprites)[size_t(stepY * Steps + stepX)];
+    Sprite& sprite = symbol.sprites[size_t(stepY * Steps + stepX)];
     if (sprite.made)
         return &sprite;
-    if (mBytes > MemoryBudget)
+    if (mBytes > MemoryBudget || key.style->GetStyleType() != TEStyle::PointStyle) {
+        symbol.usable = false;
         return nullptr;
+    }
+    if (!symbol.images)
+        symbol.images = std::make_unique<std::array<QImage, Steps * Steps>>();
     const int dotsPerMeter = qRound(key.dpi / 0.0254);
     for (int size = FirstScratchSize; size <= LargestScratchSize; size *= 2) {
         if (mScratch.width() != size || mScratch.dotsPerMeterX() != dotsPerMeter) {
@@ -100,23 +250,26 @@ const TEPointSymbolCache::Sprite* TEPointSymbolCache::sprite(Symbol& symbol, con
         painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
         painter.setRenderHint(QPainter::Antialiasing, key.antialiased);
         const int centre = size / 2;
-        const bool drawn =
-            key.style->DrawPoint(&painter, QPointF(centre + double(stepX) / Steps, centre + double(stepY) / Steps));
-        if (!drawn) {
+        if (!key.style->DrawPoint(&painter, QPointF(centre + double(stepX) / Steps, centre + double(stepY) / Steps))) {
             symbol.usable = false;
             return nullptr;
         }
-        const QRect painted = paintedRect(mScratch);
+        QRect painted = paintedRect(mScratch);
         if (painted.isNull()) {
             // A marker that paints nothing (fully transparent) is copied as nothing.
             sprite.made = true;
             return &sprite;
         }
         if (painted.left() > 0 && painted.top() > 0 && painted.right() < size - 1 && painted.bottom() < size - 1) {
-            sprite.image = mScratch.copy(painted);
-            sprite.offset = painted.topLeft() - QPoint(centre, centre);
+            // Widened to whole groups of four with transparent pixels
+            // (copy() gives those outside the scratch).
+            painted.setWidth((painted.width() + 3) / 4 * 4);
+            QImage& image = (*symbol.images)[size_t(stepY * Steps + stepX)];
+            image = mScratch.copy(painted);
+            sprite.pixels = reinterpret_cast<const quint32*>(image.constBits());
+            sprite.box = painted.translated(-centre, -centre);
             sprite.made = true;
-            mBytes += sprite.image.sizeInBytes();
+            mBytes += image.sizeInBytes();
             return &sprite;
         }
     }
@@ -126,53 +279,35 @@ const TEPointSymbolCache::Sprite* TEPointSymbolCache::sprite(Symbol& symbol, con
 
 bool TEPointSymbolCache::DrawPoint(QPainter* painter, const TEStyle* style, const QPointF& device, double angle)
 {
-    if (!painter || !style)
-        return false;
-    if (angle != 0.0 || style->GetStyleType() != TEStyle::PointStyle || !canCopyOnto(painter)
-        || !std::isfinite(device.x()) || !std::isfinite(device.y()) || std::abs(device.x()) > 1e7
-        || std::abs(device.y()) > 1e7)
-        return style->DrawPoint(painter, device, angle);
-    const Key key{style, mDeviceDpi, painter->testRenderHint(QPainter::Antialiasing)};
-    Symbol& found = symbol(key);
-    if (!found.usable || found.uses < StrokedFirst) {
-        ++found.uses;
-        return style->DrawPoint(painter, device, angle);
-    }
-    // The marker's position in quarter pixels: a whole pixel and the
-    // quarter step within it.
-    const double quarterX = std::round(device.x() * Steps);
-    const double quarterY = std::round(device.y() * Steps);
-    const int pixelX = int(std::floor(quarterX / Steps));
-    const int pixelY = int(std::floor(quarterY / Steps));
-    const Sprite* image = sprite(found, key, int(quarterX) - pixelX * Steps, int(quarterY) - pixelY * Steps);
-    if (!image)
-        return style->DrawPoint(painter, device, angle);
-    if (!image->image.isNull())
-        painter->drawImage(QPoint(pixelX + image->offset.x(), pixelY + image->offset.y()), image->image);
-    ++mCopied;
-    return true;
+    return Run(*this, painter).DrawPoint(style, device, angle);
 }
 
 bool TEPointSymbolCache::Draw(QPainter* painter, const TEStyle* style, OGRGeometryH geometry,
                               const QTransform& mapToDevice, double angle)
 {
-    if (!painter || !style || !geometry)
+    return Run(*this, painter).Draw(style, geometry, mapToDevice, angle);
+}
+
+bool TEPointSymbolCache::Run::Draw(const TEStyle* style, OGRGeometryH geometry, const QTransform& mapToDevice,
+                                   double angle)
+{
+    if (!mPainter || !style || !geometry)
         return false;
-    switch (wkbFlatten(OGR_G_GetGeometryType(geometry))) {
-    case wkbPoint:
-        if (OGR_G_IsEmpty(geometry))
-            return false;
-        return DrawPoint(painter, style, mapToDevice.map(QPointF(OGR_G_GetX(geometry, 0), OGR_G_GetY(geometry, 0))),
-                         angle);
-    case wkbMultiPoint: {
-        bool drawn = false;
-        for (int i = 0; i < OGR_G_GetGeometryCount(geometry); ++i)
-            drawn = Draw(painter, style, OGR_G_GetGeometryRef(geometry, i), mapToDevice, angle) || drawn;
-        return drawn;
+    const OGRwkbGeometryType type = wkbFlatten(OGR_G_GetGeometryType(geometry));
+    if (type != wkbPoint && type != wkbMultiPoint) {
+        Flush();
+        return style->Draw(mPainter, geometry, mapToDevice, angle);
     }
-    default:
-        return style->Draw(painter, geometry, mapToDevice, angle);
-    }
+    const auto drawPoint = [&](OGRGeometryH point) {
+        return point && !OGR_G_IsEmpty(point)
+            && DrawPoint(style, mapToDevice.map(QPointF(OGR_G_GetX(point, 0), OGR_G_GetY(point, 0))), angle);
+    };
+    if (type == wkbPoint)
+        return drawPoint(geometry);
+    bool drawn = false;
+    for (int i = 0; i < OGR_G_GetGeometryCount(geometry); ++i)
+        drawn = drawPoint(OGR_G_GetGeometryRef(geometry, i)) || drawn;
+    return drawn;
 }
 
 } // namespace TZObjects

@@ -162,6 +162,42 @@ private Q_SLOTS:
         }
     }
 
+    void copiesBlendedIntoTheImageMatchQPaintersBlending()
+    {
+        // Copies onto an unclipped image are blended straight into its
+        // pixels, a few points behind; with a clip QPainter draws each at
+        // once. Both must give the same pixels, in the same order: every
+        // third point is turned, so it is stroked between copies that
+        // overlap it, and the first column crosses the image's edge.
+        const TERefPtr<TEStyle> circle = simplePoint(TEStyleSimplePoint::Circle, TEColor(30, 120, 220), 5.0);
+        const TERefPtr<TEStyle> square =
+            simplePoint(TEStyleSimplePoint::Square, TEColor(200, 30, 30), 4.0, 0.0, 40);
+        TEPointSymbolCache cache;
+        const auto draw = [&](QPainter& painter) {
+            TEPointSymbolCache::Run run(cache, &painter);
+            int index = 0;
+            for (const QPointF& point : scatteredPoints()) {
+                for (const QPointF& shifted : {point, point + QPointF(6.3, 4.1)}) {
+                    const TEStyle* style = (index % 2 ? square : circle).get();
+                    QVERIFY(run.DrawPoint(style, shifted, index % 3 == 0 ? 15.0 : 0.0));
+                    ++index;
+                }
+            }
+        };
+        drawn(draw);
+        const qint64 copiedBefore = cache.GetCopiedCount();
+        const QImage direct = drawn(draw);
+        // Two of every three of the 450 points are copied.
+        QCOMPARE(cache.GetCopiedCount() - copiedBefore, qint64(300));
+        const QImage clipped = drawn([&](QPainter& painter) {
+            painter.setClipRect(QRect(QPoint(0, 0), QSize(320, 320)));
+            draw(painter);
+        });
+        const Difference difference = compare(direct, clipped);
+        QVERIFY2(difference.pixels == 0, qPrintable(QStringLiteral("%1 pixels differ").arg(difference.pixels)));
+        QVERIFY(compare(direct, blank()).pixels > 0);
+    }
+
     void copiesLandWhereThePointsAreInMapCoordinates()
     {
         // A multi-point drawn through a map transform, as a layer drawer
