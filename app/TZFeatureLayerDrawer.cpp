@@ -35,6 +35,16 @@ TZFeatureLayerDrawer::TZFeatureLayerDrawer(TERefPtr<TEFeatureLayer> layer, const
 {
 }
 
+bool TZFeatureLayerDrawer::styleFollowsFieldValues() const
+{
+    if (!mRender)
+        return true;
+    bool follows = mRender->StyleFollowsUsedAttributes();
+    for (const TEString& name : mRender->GetUsedAttributes())
+        follows = follows && mLayer->GetFields()->FindField(name) >= 2;
+    return follows;
+}
+
 TEQueryFilter TZFeatureLayerDrawer::viewFilter(const QRectF& rect) const
 {
     TEQueryFilter filter(mLayer->query_filter().GetWhereClause());
@@ -79,9 +89,12 @@ bool TZFeatureLayerDrawer::draw(QPainter* painter, const TZMapViewport& viewport
     auto* diagram = wholeLayer ? nullptr : dynamic_cast<TEDiagramRender*>(mRender.get());
     const bool byPriority = mRender && mRender->PriorityRender();
     // Features drawn one by one as they come are read in batches where
-    // the source gives them fast.
-    const TERefPtr<TEFeatureBatchCursor> batches =
-        wholeLayer || diagram || byPriority ? TERefPtr<TEFeatureBatchCursor>() : mLayer->SearchBatches(filter);
+    // the source gives them fast; their ids only where the style or the
+    // rotation may read them.
+    const bool withIds = !styleFollowsFieldValues() || (mRender && mRender->IsRotateByField());
+    const TERefPtr<TEFeatureBatchCursor> batches = wholeLayer || diagram || byPriority
+        ? TERefPtr<TEFeatureBatchCursor>()
+        : mLayer->SearchBatches(filter, nullptr, withIds);
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing, true);
     const bool finished = batches ? drawBatches(painter, batches.get(), context)
@@ -164,11 +177,7 @@ bool TZFeatureLayerDrawer::drawBatches(QPainter* painter, TEFeatureBatchCursor* 
     // Where the style of a feature follows from the values of the fields
     // the render uses, the render is asked once per distinct set of values
     // and its answer reused.
-    bool remember = !mRender || mRender->StyleFollowsUsedAttributes();
-    if (mRender) {
-        for (const TEString& name : mRender->GetUsedAttributes())
-            remember = remember && mLayer->GetFields()->FindField(name) >= 2;
-    }
+    const bool remember = styleFollowsFieldValues();
     const bool rotates = mRender && mRender->IsRotateByField();
     TZStyleMemo styles(remember ? MaxRememberedStyles : 0);
     const TERefPtr<TEFeature> feature = batches->MakeFeature();

@@ -77,6 +77,9 @@ private:
                       const std::vector<Diagram>& diagrams, const TZObjects::TEDrawContext& context);
     bool drawWholeLayer(QPainter* painter, const TZObjects::TEDrawContext& context);
     TZObjects::TEQueryFilter viewFilter(const QRectF& rect) const;
+    // Whether the render's style for a feature follows from the values of
+    // the layer's own fields it uses (not the id or geometry).
+    bool styleFollowsFieldValues() const;
 
     TZObjects::TERefPtr<TZObjects::TEFeatureLayer> mLayer;
     TZObjects::TERefPtr<TZObjects::TEFeatureRender> mRender;

@@ -47,16 +47,16 @@ TEFeatureBatchCursor::TEFeatureBatchCursor(TEHandlePool::Lease dataset, OGRLayer
 }
 
 TERefPtr<TEFeatureBatchCursor> TEFeatureBatchCursor::Open(TEHandlePool::Lease dataset, OGRLayerH layer,
-                                                          TERefPtr<TEFields> fields)
+                                                          TERefPtr<TEFields> fields, bool withIds)
 {
     TERefPtr<TEFeatureBatchCursor> cursor(new TEFeatureBatchCursor(std::move(dataset), layer, std::move(fields)));
-    return cursor->start() ? cursor : TERefPtr<TEFeatureBatchCursor>();
+    return cursor->start(withIds) ? cursor : TERefPtr<TEFeatureBatchCursor>();
 }
 
-bool TEFeatureBatchCursor::start()
+bool TEFeatureBatchCursor::start(bool withIds)
 {
     OGR_L_ResetReading(mLayer);
-    char* options[] = {const_cast<char*>("INCLUDE_FID=YES"), nullptr};
+    char* options[] = {const_cast<char*>(withIds ? "INCLUDE_FID=YES" : "INCLUDE_FID=NO"), nullptr};
     if (!OGR_L_GetArrowStream(mLayer, &mStream, options))
         return false;
     ArrowSchema schema{};
@@ -80,7 +80,16 @@ bool TEFeatureBatchCursor::start()
             mGeometryChild = int(i);
         }
     }
+    const bool geometryOnly = schema.n_children == 1 && mGeometryChild == 0;
     schema.release(&schema);
+    if (!withIds && geometryOnly) {
+        // GDAL 3.6 streams empty geometries from a GeoPackage when the
+        // geometry is the only column; with the ids beside it they come.
+        mStream.release(&mStream);
+        mStream = ArrowArrayStream{};
+        mGeometryChild = -1;
+        return start(true);
+    }
     return readable && mGeometryChild >= 0;
 }
 

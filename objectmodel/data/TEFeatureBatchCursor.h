@@ -23,9 +23,10 @@ class TZOBJECTS_EXPORT TEFeatureBatchCursor : public TERefBase
 public:
     // Opens the stream over layer (of the lent dataset), already filtered;
     // empty when a field asked for has a type this cursor does not read
-    // (dates, binary, lists) or the stream cannot be opened.
+    // (dates, binary, lists) or the stream cannot be opened. Without withIds
+    // the stream leaves the ids out and filled features have none.
     static TERefPtr<TEFeatureBatchCursor> Open(TEHandlePool::Lease dataset, OGRLayerH layer,
-                                               TERefPtr<TEFields> fields);
+                                               TERefPtr<TEFields> fields, bool withIds = true);
     ~TEFeatureBatchCursor() override;
     TEFeatureBatchCursor(const TEFeatureBatchCursor&) = delete;
     TEFeatureBatchCursor& operator=(const TEFeatureBatchCursor&) = delete;
@@ -59,7 +60,7 @@ private:
     };
 
     TEFeatureBatchCursor(TEHandlePool::Lease dataset, OGRLayerH layer, TERefPtr<TEFields> fields);
-    bool start();
+    bool start(bool withIds);
     const ArrowArray* child(int index) const { return mBatch.children[index]; }
     static bool isNull(const ArrowArray* values, int64_t row);
     // The row's WKB, null when the row has no geometry.

@@ -298,7 +298,8 @@ TEQueryFilter TEFeatureLayer::ReadFilter(OGRLayerH layer, const TEQueryFilter& f
     return plain;
 }
 
-TERefPtr<TEFeatureBatchCursor> TEFeatureLayer::SearchBatches(const TEQueryFilter& filter, QString* error) const
+TERefPtr<TEFeatureBatchCursor> TEFeatureLayer::SearchBatches(const TEQueryFilter& filter, QString* error,
+                                                             bool withIds) const
 {
     TEHandlePool::Lease dataset = AcquireReadDataset(nullptr);
     if (!dataset)
@@ -310,7 +311,7 @@ TERefPtr<TEFeatureBatchCursor> TEFeatureLayer::SearchBatches(const TEQueryFilter
     if (!layer || !PrepareLayer(layer, ReadFilter(layer, filter, wholeLayer), error)
         || !OGR_L_TestCapability(layer, OLCFastGetArrowStream))
         return {};
-    return TEFeatureBatchCursor::Open(std::move(dataset), layer, mFields);
+    return TEFeatureBatchCursor::Open(std::move(dataset), layer, mFields, withIds);
 }
 
 TERefPtr<TEFeature> TEFeatureLayer::GetFeature(int id) const

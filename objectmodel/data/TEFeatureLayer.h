@@ -53,8 +53,10 @@ public:
     // The same features in batches of OGR's Arrow stream, for readers of
     // many features (drawing); empty (and no error) when the source gives
     // no fast stream or a field asked for is of a type the batches do not
-    // read: Search then reads them.
-    TERefPtr<TEFeatureBatchCursor> SearchBatches(const TEQueryFilter& filter, QString* error = nullptr) const;
+    // read: Search then reads them. Without withIds the features' ids are
+    // not read (a GeoPackage then streams a third faster) and stay unset.
+    TERefPtr<TEFeatureBatchCursor> SearchBatches(const TEQueryFilter& filter, QString* error = nullptr,
+                                                 bool withIds = true) const;
     // One saved feature by id; empty when there is none.
     TERefPtr<TEFeature> GetFeature(int id) const;
     // Saved features plus unsaved adds minus unsaved deletes.

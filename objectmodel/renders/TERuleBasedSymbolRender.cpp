@@ -154,6 +154,12 @@ bool TERuleBasedSymbolRender::Rule::NeedsGeometry() const
     return false;
 }
 
+bool TERuleBasedSymbolRender::Rule::ReadsFieldsOnly() const
+{
+    const std::vector<TEString> all = FieldsOfExpression(mExpression);
+    return UsedFields().size() == all.size();
+}
+
 void TERuleBasedSymbolRender::Rule::save(QJsonObject& json) const
 {
     json[QStringLiteral("expression")] = mExpression.toQString();
@@ -288,6 +294,12 @@ bool TERuleBasedSymbolRender::FilterNeedsGeometry() const
 {
     return std::any_of(mRules.begin(), mRules.end(),
                        [](const TERefPtr<Rule>& rule) { return rule->NeedsGeometry(); });
+}
+
+bool TERuleBasedSymbolRender::StyleFollowsUsedAttributes() const
+{
+    return std::all_of(mRules.begin(), mRules.end(),
+                       [](const TERefPtr<Rule>& rule) { return rule->ReadsFieldsOnly(); });
 }
 
 void TERuleBasedSymbolRender::AddRule(const TERefPtr<Rule>& rule)

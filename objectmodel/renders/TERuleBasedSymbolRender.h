@@ -64,6 +64,9 @@ public:
         // Whether the expression reads the geometry (OGR_GEOMETRY,
         // OGR_GEOM_WKT, OGR_GEOM_AREA).
         bool NeedsGeometry() const;
+        // Whether the filter reads field values alone (no id, geometry or
+        // other special field).
+        bool ReadsFieldsOnly() const;
 
         void save(QJsonObject& json) const;
         bool open(const QJsonObject& json, TEString* error = nullptr);
@@ -104,7 +107,9 @@ public:
     TEString GetLastError() const override;
     std::vector<TEString> GetUsedAttributes() const override;
     bool FilterNeedsGeometry() const override;
-    bool StyleFollowsUsedAttributes() const override { return !FilterNeedsGeometry(); }
+    // True unless a filter reads the geometry, the id or another of OGR's
+    // special fields.
+    bool StyleFollowsUsedAttributes() const override;
 
     void AddRule(const TERefPtr<Rule>& rule);
     int RuleCount() const { return int(mRules.size()); }

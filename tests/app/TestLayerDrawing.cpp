@@ -7,6 +7,7 @@
 #include "data/TEFeatureLayer.h"
 #include "data/TEMemoryFeatureLayer.h"
 #include "renders/TECategorizedSymbolRender.h"
+#include "renders/TERuleBasedSymbolRender.h"
 #include "renders/TESingleSymbolRender.h"
 #include "symbology/TEStyleSimpleFill.h"
 #include "symbology/TEStyleSimplePoint.h"
@@ -212,22 +213,34 @@ private Q_SLOTS:
 
     void batchReadDrawsWhatTheCursorDraws_data()
     {
-        QTest::addColumn<bool>("categories");
+        QTest::addColumn<QString>("kind");
         QTest::addColumn<bool>("rotated");
         QTest::addColumn<QString>("where");
-        QTest::newRow("single symbol") << false << false << QString();
-        QTest::newRow("categories with a catch-all") << true << false << QString();
-        QTest::newRow("categories turned by a field") << true << true << QString();
-        QTest::newRow("the layer's filter") << true << false << QStringLiteral("angle > 50 OR kind = 'a'");
+        QTest::newRow("single symbol") << "single" << false << QString();
+        QTest::newRow("categories with a catch-all") << "categories" << false << QString();
+        QTest::newRow("categories turned by a field") << "categories" << true << QString();
+        QTest::newRow("the layer's filter") << "categories" << false << QStringLiteral("angle > 50 OR kind = 'a'");
+        // Read without ids, a rule on the id would give every feature the
+        // style of the first.
+        QTest::newRow("rules on the id and a field") << "rules" << false << QString();
     }
 
     void batchReadDrawsWhatTheCursorDraws()
     {
-        QFETCH(bool, categories);
+        QFETCH(QString, kind);
         QFETCH(bool, rotated);
         QFETCH(QString, where);
-        TERefPtr<TEFeatureRender> render = MakeRef<TESingleSymbolRender>(marker(Qt::blue, 2.0));
-        if (categories) {
+        // The memory layer numbers its features from 0, the GeoPackage from 1.
+        const auto makeRender = [&](int firstId) -> TERefPtr<TEFeatureRender> {
+            if (kind == QLatin1String("rules")) {
+                auto rules = MakeRef<TERuleBasedSymbolRender>();
+                rules->AddRule(MakeRef<TERuleBasedSymbolRender::Rule>(
+                    marker(Qt::red, 2.5), TEString(QStringLiteral("FID >= %1").arg(firstId + 3))));
+                rules->AddRule(MakeRef<TERuleBasedSymbolRender::Rule>(marker(Qt::blue, 1.5), TEString(L"kind = 'b'")));
+                return rules;
+            }
+            if (kind == QLatin1String("single"))
+                return MakeRef<TESingleSymbolRender>(marker(Qt::blue, 2.0));
             auto byKind = MakeRef<TECategorizedSymbolRender>(TEString(L"kind"));
             byKind->AddCategory(L"a", L"a", marker(Qt::red, 2.5));
             auto triangle = MakeRef<TEStyleSimplePoint>();
@@ -235,17 +248,20 @@ private Q_SLOTS:
             triangle->SetSize(3.0);
             byKind->AddCategory(L"b", L"b", triangle);
             byKind->AddCategory(TECategorizedSymbolRender::AllOtherValues, L"other", marker(Qt::green, 1.5));
-            render = byKind;
-        }
-        render->SetIsRotateByField(rotated);
-        render->SetRotateField(L"angle");
+            return byKind;
+        };
         const TERefPtr<TEFeatureLayer> file = TEFeatureLayer::Open(writeSpots(mDir.path()));
         QVERIFY(file);
         QVERIFY(file->SearchBatches(TEQueryFilter()));
         const TERefPtr<TEMemoryFeatureLayer> memory = memorySpots();
         QVERIFY(!memory->SearchBatches(TEQueryFilter()));
-        file->SetSymbolRender(render);
-        memory->SetSymbolRender(render);
+        for (const auto& [layer, firstId] : {std::make_pair(TERefPtr<TEFeatureLayer>(file), 1),
+                                             std::make_pair(TERefPtr<TEFeatureLayer>(memory), 0)}) {
+            TERefPtr<TEFeatureRender> render = makeRender(firstId);
+            render->SetIsRotateByField(rotated);
+            render->SetRotateField(L"angle");
+            layer->SetSymbolRender(render);
+        }
         file->SetQueryFilter(TEQueryFilter(TEString(where)));
         memory->SetQueryFilter(TEQueryFilter(TEString(where)));
 
