@@ -1,7 +1,6 @@
 #include "TZFeatureLayerDrawer.h"
 
-#include "TZStyleMemo.h"
-
+#include "core/TEKeyIndex.h"
 #include "data/TEFeatureCursor.h"
 #include "data/TEGeometry.h"
 #include "renders/TEDiagramRender.h"
@@ -32,6 +31,7 @@ TZFeatureLayerDrawer::TZFeatureLayerDrawer(TERefPtr<TEFeatureLayer> layer, const
     : mLayer(std::move(layer))
     , mRender(render ? render->Clone() : TERefPtr<TEFeatureRender>())
     , mDefaultStyle(std::move(defaultStyle))
+    , mSymbols(mRender ? int(mRender->GetStyles().size()) : 1)
 {
 }
 
@@ -179,7 +179,9 @@ bool TZFeatureLayerDrawer::drawBatches(QPainter* painter, TEFeatureBatchCursor* 
     // and its answer reused.
     const bool remember = styleFollowsFieldValues();
     const bool rotates = mRender && mRender->IsRotateByField();
-    TZStyleMemo styles(remember ? MaxRememberedStyles : 0);
+    // The styles chosen so far, numbered as their values' keys.
+    TEKeyIndex keys;
+    std::vector<TERefPtr<TEStyle>> styles;
     const TERefPtr<TEFeature> feature = batches->MakeFeature();
     std::string key;
     const QTransform& toDevice = context.mapToDevice;
@@ -203,21 +205,23 @@ bool TZFeatureLayerDrawer::drawBatches(QPainter* painter, TEFeatureBatchCursor* 
             const TEStyle* style = mDefaultStyle.get();
             TERefPtr<TEStyle> asked;
             if (mRender) {
-                const TERefPtr<TEStyle>* known = nullptr;
+                size_t known = TEKeyIndex::None;
                 if (remember) {
                     key.clear();
                     batches->AppendKey(row, key);
-                    known = styles.Find(key);
+                    known = keys.Find(key);
                 }
-                if (known) {
-                    style = known->get();
+                if (known != TEKeyIndex::None) {
+                    style = styles[known].get();
                 } else {
                     batches->FillFeature(row, *feature);
                     filled = true;
                     asked = mRender->GetStyleByFeature(feature.get(), context.scale);
                     style = asked.get();
-                    if (remember)
-                        styles.Insert(key, asked);
+                    if (remember && keys.Size() < MaxRememberedStyles) {
+                        keys.Add(key);
+                        styles.push_back(asked);
+                    }
                 }
             }
             if (!style)

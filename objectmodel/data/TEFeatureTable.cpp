@@ -1,5 +1,7 @@
 #include "data/TEFeatureTable.h"
 
+#include "core/TEKeyIndex.h"
+
 #include "data/TEArrowBatchReader.h"
 #include "data/TEGdalSupport.h"
 #include "data/TEWhereClause.h"
@@ -26,10 +28,7 @@ QString quoteIdentifier(const QString& name)
 }
 
 // Values in first-met order with their counts. Keys are the UTF-8 bytes of
-// the value's text, which is cheaper to hash than a wide string. The index
-// is an open-addressing table whose slots hold short keys themselves, so
-// that a field of many distinct values costs one cache miss per feature
-// rather than a bucket, a node and the key.
+// the value's text, which is cheaper to hash than a wide string.
 class ValueCollector
 {
 public:
@@ -49,85 +48,37 @@ public:
     // first FID for grouped results).
     void result(bool orderByFirstFid, const TEFeatureTable::ValueSink& out)
     {
+        std::vector<size_t> order(mRows.size());
+        for (size_t i = 0; i < order.size(); ++i)
+            order[i] = i;
         if (orderByFirstFid)
-            std::stable_sort(mRows.begin(), mRows.end(),
-                             [](const Row& a, const Row& b) { return a.firstFid < b.firstFid; });
-        for (const Row& row : mRows) {
-            if (row.count > 0)
-                out(row.key, row.count);
+            std::stable_sort(order.begin(), order.end(),
+                             [this](size_t a, size_t b) { return mRows[a].firstFid < mRows[b].firstFid; });
+        for (const size_t i : order) {
+            if (mRows[i].count > 0)
+                out(mKeys.Key(i), mRows[i].count);
         }
     }
 
 private:
+    // The count and first FID of the key numbered alike in mKeys.
     struct Row
     {
-        std::string key;
         int count = 0;
         long long firstFid = 0;
-        size_t hash = 0;
     };
 
     Row& rowFor(const std::string& key, long long firstFid)
     {
-        if (2 * (mRows.size() + 1) > mSlots.size())
-            grow();
-        const size_t hash = std::hash<std::string_view>()(key);
-        const bool inlined = key.size() <= sizeof(Slot::words);
-        // A short key zero-padded as the slots hold it, so that it compares
-        // as two words.
-        uint64_t words[2] = {0, 0};
-        if (inlined)
-            std::memcpy(words, key.data(), key.size());
-        for (size_t i = hash & mMask;; i = (i + 1) & mMask) {
-            Slot& slot = mSlots[i];
-            if (!slot.row) {
-                mRows.push_back({key, 0, firstFid, hash});
-                fill(slot, mRows.size(), key);
-                return mRows.back();
-            }
-            if (slot.size != key.size())
-                continue;
-            // Short keys are compared in the slot itself, without touching
-            // the row.
-            if (inlined ? slot.words[0] == words[0] && slot.words[1] == words[1] : mRows[slot.row - 1].key == key)
-                return mRows[slot.row - 1];
-        }
+        bool added = false;
+        const size_t number = mKeys.Add(key, &added);
+        if (added)
+            mRows.push_back({0, firstFid});
+        return mRows[number];
     }
 
-    void grow()
-    {
-        const size_t size = std::max<size_t>(1024, mSlots.size() * 2);
-        mSlots.assign(size, Slot());
-        mMask = size - 1;
-        for (size_t r = 0; r < mRows.size(); ++r) {
-            size_t i = mRows[r].hash & mMask;
-            while (mSlots[i].row)
-                i = (i + 1) & mMask;
-            fill(mSlots[i], r + 1, mRows[r].key);
-        }
-    }
-
-    // A slot holds its row (from 1; 0 is empty), the key's length and, for
-    // a key of up to 16 bytes, the key itself.
-    struct Slot
-    {
-        uint32_t row = 0;
-        uint32_t size = 0;
-        uint64_t words[2] = {0, 0};
-    };
-
-    static void fill(Slot& slot, size_t row, const std::string& key)
-    {
-        slot.row = uint32_t(row);
-        slot.size = uint32_t(key.size());
-        slot.words[0] = slot.words[1] = 0;
-        if (key.size() <= sizeof(slot.words))
-            std::memcpy(slot.words, key.data(), key.size());
-    }
-
+    TEKeyIndex mKeys;
     std::vector<Row> mRows;
-    std::vector<Slot> mSlots;
-    size_t mMask = 0;
 };
 
 // The text ToString gives for the field of an OGR feature, as UTF-8.

@@ -94,6 +94,11 @@ size_t TEPointSymbolCache::KeyHash::operator()(const Key& key) const
     return std::hash<const void*>()(key.style) ^ (size_t(key.dpi) << 1) ^ size_t(key.antialiased);
 }
 
+TEPointSymbolCache::TEPointSymbolCache(int expectedSymbols)
+    : mStepShift(expectedSymbols > ManySymbols ? 1 : 2)
+{
+}
+
 TEPointSymbolCache::~TEPointSymbolCache() = default;
 
 TEPointSymbolCache::Run::Run(TEPointSymbolCache& cache, QPainter* painter)
@@ -145,18 +150,20 @@ bool TEPointSymbolCache::Run::DrawPoint(const TEStyle* style, const QPointF& dev
         ++symbol.uses;
         return stroke();
     }
-    // The marker's position in quarter pixels: a whole pixel and the
-    // quarter step within it.
-    const auto quarterX = qint64(std::round(device.x() * Steps));
-    const auto quarterY = qint64(std::round(device.y() * Steps));
-    const auto pixelX = quarterX >= 0 ? quarterX / Steps : -((Steps - 1 - quarterX) / Steps);
-    const auto pixelY = quarterY >= 0 ? quarterY / Steps : -((Steps - 1 - quarterY) / Steps);
-    const Sprite* sprite =
-        mCache.sprite(symbol, key, int(quarterX - pixelX * Steps), int(quarterY - pixelY * Steps));
+    // The marker's position in steps (quarter or half pixels): a whole
+    // pixel and the step within it.
+    // Steps are a power of two: the pixel is the floor of a shift (an
+    // arithmetic one, as every compiler Qt supports makes it), the step the
+    // bits shifted out.
+    const int shift = mCache.mStepShift;
+    const qint64 stepsX = qRound64(device.x() * (1 << shift));
+    const qint64 stepsY = qRound64(device.y() * (1 << shift));
+    const qint64 within = (qint64(1) << shift) - 1;
+    const Sprite* sprite = mCache.sprite(symbol, key, int(stepsX & within), int(stepsY & within));
     if (!sprite)
         return stroke();
     if (sprite->pixels)
-        copy(*sprite, QPoint(int(pixelX), int(pixelY)));
+        copy(*sprite, QPoint(int(stepsX >> shift), int(stepsY >> shift)));
     ++mCache.mCopied;
     return true;
 }
@@ -225,7 +232,7 @@ TEPointSymbolCache::Symbol& TEPointSymbolCache::symbol(const Key& key)
 
 const TEPointSymbolCache::Sprite* TEPointSymbolCache::sprite(Symbol& symbol, const Key& key, int stepX, int stepY)
 {
-    Sprite& sprite = symbol.sprites[size_t(stepY * Steps + stepX)];
+    Sprite& sprite = symbol.sprites[size_t((stepY << mStepShift) + stepX)];
     if (sprite.made)
         return &sprite;
     if (mBytes > MemoryBudget || key.style->GetStyleType() != TEStyle::PointStyle) {
@@ -233,7 +240,7 @@ const TEPointSymbolCache::Sprite* TEPointSymbolCache::sprite(Symbol& symbol, con
         return nullptr;
     }
     if (!symbol.images)
-        symbol.images = std::make_unique<std::array<QImage, Steps * Steps>>();
+        symbol.images = std::make_unique<std::array<QImage, MaxSteps * MaxSteps>>();
     const int dotsPerMeter = qRound(key.dpi / 0.0254);
     for (int size = FirstScratchSize; size <= LargestScratchSize; size *= 2) {
         if (mScratch.width() != size || mScratch.dotsPerMeterX() != dotsPerMeter) {
@@ -250,7 +257,8 @@ const TEPointSymbolCache::Sprite* TEPointSymbolCache::sprite(Symbol& symbol, con
         painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
         painter.setRenderHint(QPainter::Antialiasing, key.antialiased);
         const int centre = size / 2;
-        if (!key.style->DrawPoint(&painter, QPointF(centre + double(stepX) / Steps, centre + double(stepY) / Steps))) {
+        const double step = 1.0 / (1 << mStepShift);
+        if (!key.style->DrawPoint(&painter, QPointF(centre + stepX * step, centre + stepY * step))) {
             symbol.usable = false;
             return nullptr;
         }
@@ -264,7 +272,7 @@ const TEPointSymbolCache::Sprite* TEPointSymbolCache::sprite(Symbol& symbol, con
             // Widened to whole groups of four with transparent pixels
             // (copy() gives those outside the scratch).
             painted.setWidth((painted.width() + 3) / 4 * 4);
-            QImage& image = (*symbol.images)[size_t(stepY * Steps + stepX)];
+            QImage& image = (*symbol.images)[size_t((stepY << mStepShift) + stepX)];
             image = mScratch.copy(painted);
             sprite.pixels = reinterpret_cast<const quint32*>(image.constBits());
             sprite.box = painted.translated(-centre, -centre);

@@ -22,7 +22,10 @@ namespace TZObjects {
 // costs a million small image copies. Each symbol is drawn by the style
 // itself at each quarter-pixel position within a pixel where it is first
 // needed, so a copy differs from a stroked marker by at most an eighth of a
-// pixel at its anti-aliased edge.
+// pixel at its anti-aliased edge. A drawing of many symbols (a long category
+// list) has them made at half-pixel positions, a quarter of a pixel off at
+// most: sixteen images of each of hundreds of symbols would not stay in the
+// processor's cache, and reading them from memory doubles the drawing.
 //
 // Onto an image in premultiplied ARGB (a map canvas's), a copy blends the
 // symbol's pixels straight into the image's memory, with the same
@@ -39,7 +42,9 @@ class TZOBJECTS_EXPORT TEPointSymbolCache
     struct Sprite;
 
 public:
-    TEPointSymbolCache() = default;
+    // expectedSymbols: how many point symbols the drawing will copy (the
+    // render's styles); past ManySymbols they are placed to half pixels.
+    explicit TEPointSymbolCache(int expectedSymbols = 1);
     ~TEPointSymbolCache();
     TEPointSymbolCache(const TEPointSymbolCache&) = delete;
     TEPointSymbolCache& operator=(const TEPointSymbolCache&) = delete;
@@ -114,8 +119,10 @@ public:
     qint64 GetCopiedCount() const { return mCopied; }
 
 private:
-    // Quarter-pixel positions along each axis.
-    static constexpr int Steps = 4;
+    // Sub-pixel positions along each axis: quarters, or halves for a
+    // drawing of more than ManySymbols symbols.
+    static constexpr int MaxSteps = 4;
+    static constexpr int ManySymbols = 64;
     // Points of a symbol stroked before its images are made: a style met
     // once or twice (one of many thousand categories) costs no image.
     static constexpr int StrokedFirst = 2;
@@ -139,9 +146,9 @@ private:
         // draws nothing: the style then draws every point itself.
         bool usable = true;
         int uses = 0;
-        std::array<Sprite, Steps * Steps> sprites;
+        std::array<Sprite, MaxSteps * MaxSteps> sprites;
         // The images that hold the sprites' pixels, made with the first.
-        std::unique_ptr<std::array<QImage, Steps * Steps>> images;
+        std::unique_ptr<std::array<QImage, MaxSteps * MaxSteps>> images;
     };
 
     struct Key
@@ -160,7 +167,7 @@ private:
     };
 
     Symbol& symbol(const Key& key);
-    // The image of the marker drawn at (stepX, stepY) quarters of a pixel,
+    // The image of the marker drawn (stepX, stepY) steps into its pixel,
     // made on first use; null when the style must draw the point itself.
     const Sprite* sprite(Symbol& symbol, const Key& key, int stepX, int stepY);
 
@@ -179,6 +186,8 @@ private:
     std::unique_ptr<QPainter> mScratchPainter;
     qint64 mBytes = 0;
     qint64 mCopied = 0;
+    // Steps per pixel along each axis, as a power of two.
+    int mStepShift;
 };
 
 } // namespace TZObjects

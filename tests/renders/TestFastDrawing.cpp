@@ -63,16 +63,16 @@ Difference compare(const QImage& a, const QImage& b)
 }
 
 // 15 x 15 points 20 pixels apart, each moved off the pixel grid by its own
-// fraction of a pixel (whole quarters when onQuarters); the first column at
-// negative device x.
-std::vector<QPointF> scatteredPoints(bool onQuarters = false)
+// fraction of a pixel (whole 1/steps of one when steps is given); the first
+// column at negative device x.
+std::vector<QPointF> scatteredPoints(int steps = 0)
 {
     std::vector<QPointF> points;
     unsigned state = 7;
-    const auto fraction = [&state, onQuarters] {
+    const auto fraction = [&state, steps] {
         state = state * 1103515245u + 12345u;
         const double f = ((state >> 8) % 1000) / 1000.0;
-        return onQuarters ? std::floor(f * 4.0) / 4.0 : f;
+        return steps > 0 ? std::floor(f * steps) / steps : f;
     };
     for (int row = 0; row < 15; ++row) {
         for (int column = 0; column < 15; ++column)
@@ -107,23 +107,29 @@ private Q_SLOTS:
         QTest::addColumn<TERefPtr<TEStyle>>("style");
         QTest::addColumn<double>("angle");
         QTest::addColumn<bool>("copied");
+        QTest::addColumn<int>("steps");
 
-        QTest::newRow("outlined circle") << simplePoint(TEStyleSimplePoint::Circle, TEColor(30, 120, 220), 3.0) << 0.0
-                                         << true;
-        QTest::newRow("half transparent square")
-            << simplePoint(TEStyleSimplePoint::Square, TEColor(200, 30, 30), 2.5, 0.0, 50) << 0.0 << true;
-        QTest::newRow("star turned by its own angle, shifted")
-            << simplePoint(TEStyleSimplePoint::Star, TEColor(250, 200, 0), 4.0, 30.0, 0, 1.0) << 0.0 << true;
         auto layered = MakeRef<TEStyleMultiLayer>(TEStyle::PointStyle);
         layered->AddLayer(simplePoint(TEStyleSimplePoint::Circle, TEColor(0, 160, 0), 4.0));
         layered->AddLayer(simplePoint(TEStyleSimplePoint::Cross, TEColor(255, 255, 255), 2.0));
-        QTest::newRow("two layers") << TERefPtr<TEStyle>(layered) << 0.0 << true;
         TERefPtr<TEStyle> pixel = simplePoint(TEStyleSimplePoint::Diamond, TEColor(0, 0, 0), 1.5);
         pixel->SetUnits(TEStyle::Pixel);
-        QTest::newRow("one and a half pixels") << pixel << 0.0 << true;
+        const std::pair<const char*, TERefPtr<TEStyle>> styles[] = {
+            {"outlined circle", simplePoint(TEStyleSimplePoint::Circle, TEColor(30, 120, 220), 3.0)},
+            {"half transparent square", simplePoint(TEStyleSimplePoint::Square, TEColor(200, 30, 30), 2.5, 0.0, 50)},
+            {"star turned by its own angle, shifted",
+             simplePoint(TEStyleSimplePoint::Star, TEColor(250, 200, 0), 4.0, 30.0, 0, 1.0)},
+            {"two layers", layered},
+            {"one and a half pixels", pixel}};
+        // A drawing of few symbols places copies to quarter pixels, one of
+        // many symbols to half pixels.
+        for (const int steps : {4, 2}) {
+            for (const auto& [name, style] : styles)
+                QTest::addRow("%s, 1/%d pixel", name, steps) << style << 0.0 << true << steps;
+        }
         // Turned per feature: stroked, so it matches exactly.
         QTest::newRow("turned by the feature")
-            << simplePoint(TEStyleSimplePoint::Triangle, TEColor(90, 0, 160), 3.0) << 25.0 << false;
+            << simplePoint(TEStyleSimplePoint::Triangle, TEColor(90, 0, 160), 3.0) << 25.0 << false << 4;
     }
 
     void copiedPointSymbolsMatchStrokedOnes()
@@ -131,15 +137,16 @@ private Q_SLOTS:
         QFETCH(TERefPtr<TEStyle>, style);
         QFETCH(double, angle);
         QFETCH(bool, copied);
-        TEPointSymbolCache cache;
+        QFETCH(int, steps);
+        TEPointSymbolCache cache(steps == 4 ? 1 : 1000);
         // A first pass takes every symbol past the strokes that come before
         // its images are made.
         drawn([&](QPainter& painter) {
             for (const QPointF& point : scatteredPoints())
                 cache.DrawPoint(&painter, style.get(), point, angle);
         });
-        for (const bool onQuarters : {true, false}) {
-            const std::vector<QPointF> points = scatteredPoints(onQuarters);
+        for (const bool onSteps : {true, false}) {
+            const std::vector<QPointF> points = scatteredPoints(onSteps ? steps : 0);
             const qint64 copiedBefore = cache.GetCopiedCount();
             const QImage fast = drawn([&](QPainter& painter) {
                 for (const QPointF& point : points)
@@ -151,12 +158,12 @@ private Q_SLOTS:
             });
             QCOMPARE(cache.GetCopiedCount() - copiedBefore, copied ? qint64(points.size()) : 0);
             const Difference difference = compare(fast, stroked);
-            // On whole quarters of a pixel a copy is the marker itself, up
-            // to rounding. Elsewhere it lies within an eighth of a pixel of
-            // it: only anti-aliased edges differ, by at most an eighth of
-            // the edge length within a pixel (the sharp tips of a star's
-            // mitred outline put two edges into one pixel).
-            const int tolerance = !copied ? 0 : onQuarters ? 3 : 96;
+            // On whole steps a copy is the marker itself, up to rounding.
+            // Elsewhere it lies within half a step of it: only anti-aliased
+            // edges differ, by at most half a step of the edge's contrast
+            // (the sharp tips of a star's mitred outline put two edges into
+            // one pixel, hence three times that).
+            const int tolerance = !copied ? 0 : onSteps ? 3 : 3 * 255 / (2 * steps);
             QVERIFY2(difference.largest <= tolerance,
                      qPrintable(QStringLiteral("largest difference %1").arg(difference.largest)));
         }
