@@ -272,16 +272,27 @@ int TZMapWindow::addLayers(std::vector<TERefPtr<TELayer>> layers)
 
 int TZMapWindow::openPaths(const QStringList& paths)
 {
-    int opened = 0;
+    // A server that does not answer (or a large folder of rasters) takes a
+    // while: the sources are opened on a worker thread while the window
+    // keeps painting, and the layers are added here afterwards.
+    std::vector<std::vector<TERefPtr<TELayer>>> found(size_t(paths.size()));
     QStringList problems;
-    for (const QString& path : paths) {
-        QString error;
-        std::vector<TERefPtr<TELayer>> layers = TZLayerOpener::open(path, &error);
-        if (layers.empty()) {
-            problems << error;
+    TZWaitDialog wait(tr("Opening the data..."), this);
+    if (!wait.WaitFor([&] {
+            for (int i = 0; i < paths.size(); ++i) {
+                QString error;
+                found[size_t(i)] = TZLayerOpener::open(paths[i], &error);
+                if (found[size_t(i)].empty())
+                    problems << error;
+            }
+        }))
+        problems << wait.errorText();
+    int opened = 0;
+    for (int i = 0; i < paths.size(); ++i) {
+        const QString& path = paths[i];
+        if (found[size_t(i)].empty())
             continue;
-        }
-        opened += addLayers(std::move(layers));
+        opened += addLayers(std::move(found[size_t(i)]));
         if (TEPostgresSource::IsPostgres(path))
             mLastPostgisSource = TEPostgresSource::WithoutPassword(path);
         else
@@ -392,15 +403,22 @@ void TZMapWindow::onAddPostgisLayer()
     if (dialog.exec() != QDialog::Accepted)
         return;
     const QString source = dialog.source();
+    const QStringList names = dialog.selectedLayers();
     std::vector<TERefPtr<TELayer>> layers;
     QStringList problems;
-    for (const QString& name : dialog.selectedLayers()) {
-        QString error;
-        if (TERefPtr<TELayer> layer = TZLayerOpener::openLayer(QLatin1String(TZLayerOpener::FeatureKind), source, name, &error))
-            layers.push_back(layer);
-        else
-            problems << error;
-    }
+    // Each table opens its own connection: off the GUI thread.
+    TZWaitDialog wait(tr("Opening the data..."), this);
+    if (!wait.WaitFor([&] {
+            for (const QString& name : names) {
+                QString error;
+                if (TERefPtr<TELayer> layer =
+                        TZLayerOpener::openLayer(QLatin1String(TZLayerOpener::FeatureKind), source, name, &error))
+                    layers.push_back(layer);
+                else
+                    problems << error;
+            }
+        }))
+        problems << wait.errorText();
     mLastPostgisSource = TEPostgresSource::WithoutPassword(source);
     addLayers(std::move(layers));
     if (!problems.isEmpty())

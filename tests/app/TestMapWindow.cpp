@@ -19,6 +19,11 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
 using namespace TZObjects;
 
 // The main window, its canvas and the dock working together as a user sees them.
@@ -88,6 +93,37 @@ private Q_SLOTS:
         QVERIFY(canvas.viewport().unitsPerPixel() < 0.5);
         const QPointF after = canvas.viewport().toMap(anchor);
         QVERIFY(qAbs(after.x() - mapUnderCursor.x()) < 1e-9 && qAbs(after.y() - mapUnderCursor.y()) < 1e-9);
+    }
+
+    void openingASourceThatDoesNotAnswerKeepsTheWindowPainting()
+    {
+        // A port that takes connections and never answers, as a database
+        // server behind a stalled network: libpq waits out its time-out.
+        const int listener = ::socket(AF_INET, SOCK_STREAM, 0);
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t length = sizeof address;
+        QVERIFY(listener >= 0 && ::bind(listener, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0
+                && ::listen(listener, 4) == 0
+                && ::getsockname(listener, reinterpret_cast<sockaddr*>(&address), &length) == 0);
+        TZMapWindow window;
+        window.setInteractive(false);
+        int ticks = 0;
+        QTimer timer;
+        connect(&timer, &QTimer::timeout, [&ticks] { ++ticks; });
+        timer.start(20);
+        QElapsedTimer clock;
+        clock.start();
+        const QString source =
+            QStringLiteral("PG:host=127.0.0.1 port=%1 dbname=none connect_timeout=2").arg(ntohs(address.sin_port));
+        QCOMPARE(window.openPaths({source}), 0);
+        const qint64 waited = clock.elapsed();
+        ::close(listener);
+        // The GUI thread kept running its timer while the server was waited for.
+        QVERIFY2(waited >= 1500, qPrintable(QString::number(waited)));
+        QVERIFY2(ticks >= waited / 20 / 2, qPrintable(QStringLiteral("%1 ticks in %2 ms").arg(ticks).arg(waited)));
+        QVERIFY(window.layerTree()->layers().empty());
     }
 
     void canvasDrawsAgainWhenTheDockAsks()
