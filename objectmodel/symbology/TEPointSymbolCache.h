@@ -11,7 +11,6 @@
 #include <memory>
 #include <unordered_map>
 
-class QPaintDevice;
 class QPainter;
 typedef void* OGRGeometryH;
 
@@ -35,8 +34,9 @@ namespace TZObjects {
 // painter anti-aliases. The styles must outlive the cache and not change
 // while it lives: a host keeps one cache per drawing, over its own copy of
 // the render. A symbol is copied only once it has been drawn often enough to
-// repay its images (a rare category is stroked), and images stop being made
-// past a memory budget. Not thread-safe: one cache per drawing thread.
+// repay its images (a category met once or twice is stroked), and images
+// stop being made past a memory budget. Not thread-safe: one cache per
+// drawing thread.
 class TZOBJECTS_EXPORT TEPointSymbolCache
 {
     struct Sprite;
