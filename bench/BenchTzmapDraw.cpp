@@ -3,9 +3,11 @@
 //  - 1,000,000 points spread like the world's places (gathered around
 //    towns on land, some scattered over it), drawn full extent into
 //    1920 x 1080 through the layer drawer, with the single symbol the layer
-//    opens with and with 250 categories (unique values of a 250-value field);
-//  - the reference: OGR's Arrow stream of the geometry alone and OGR's
-//    cursor of the geometry alone, each parsed to x and y; the faster counts;
+//    opens with, with 250 categories (unique values of a 250-value field)
+//    and with 100,000 (one per value of a field of place names);
+//  - the reference: OGR's Arrow stream of the geometry (with the ids) and
+//    OGR's cursor of the geometry alone, each parsed to x and y; the faster
+//    counts;
 //  - the time from a canvas asking for a drawing to the first partial image
 //    it shows.
 //
@@ -198,14 +200,17 @@ size_t ogrRead(const QString& path, bool arrow)
     return points;
 }
 
-TERefPtr<TECategorizedSymbolRender> categories(const TERefPtr<TEStyle>& like)
+// A category of its own colour for each of count values of field, named
+// by valueOf.
+TERefPtr<TECategorizedSymbolRender> categories(const TERefPtr<TEStyle>& like, const wchar_t* field, int count,
+                                               const std::function<QString(int)>& valueOf)
 {
-    auto render = MakeRef<TECategorizedSymbolRender>(TEString(L"cat250"));
-    for (int i = 0; i < 250; ++i) {
+    auto render = MakeRef<TECategorizedSymbolRender>(TEString(field));
+    for (int i = 0; i < count; ++i) {
         TERefPtr<TEStyle> style = like->Clone();
         const QColor color = QColor::fromHsv((i * 47) % 360, 160 + (i % 5) * 20, 200);
         style->SetColor(TEColor(color.red(), color.green(), color.blue()));
-        const TEString value(QStringLiteral("class %1").arg(i, 3, 10, QLatin1Char('0')));
+        const TEString value(valueOf(i));
         render->AddCategory(value, value, style);
     }
     return render;
@@ -283,7 +288,12 @@ int main(int argc, char** argv)
     }
     const TZMapViewport viewport = TZMapViewport::fitting(kView, extent);
     const TERefPtr<TEFeatureRender> single = layer->GetSymbolRender();
-    const TERefPtr<TEFeatureRender> classes = categories(single->GetStyles().front());
+    const TERefPtr<TEFeatureRender> classes = categories(single->GetStyles().front(), L"cat250", 250, [](int i) {
+        return QStringLiteral("class %1").arg(i, 3, 10, QLatin1Char('0'));
+    });
+    const TERefPtr<TEFeatureRender> places = categories(single->GetStyles().front(), L"name100k", 100000, [](int i) {
+        return QStringLiteral("place %1").arg(i);
+    });
 
     std::printf("\nbench_tzmap_draw: %d points into %d x %d, full extent (median of %d paired runs)\n", kPointCount,
                 kView.width(), kView.height(), kRepeats);
@@ -308,10 +318,14 @@ int main(int argc, char** argv)
         {"OGR cursor, geometry only", [&] { ogrRead(path, false); }, {}, {}},
         {"draw, single symbol", [&] { layer->SetSymbolRender(single); drawOnce(layer.get(), viewport); }, {}, {}},
         {"draw, 250 categories", [&] { layer->SetSymbolRender(classes); drawOnce(layer.get(), viewport); }, {}, {}},
+        {"draw, 100,000 categories", [&] { layer->SetSymbolRender(places); drawOnce(layer.get(), viewport); }, {}, {}},
     };
+    // The targets hold for the single symbol and the 250 categories; a
+    // category per place name is shown for what it costs.
+    const size_t targeted = 4;
     for (Measure& m : measures)
         m.run();
-    // For a profiler: BENCH_PROFILE=<n> runs the n-th measure (0-3) twenty
+    // For a profiler: BENCH_PROFILE=<n> runs the n-th measure (0-4) twenty
     // times and nothing else.
     if (qEnvironmentVariableIsSet("BENCH_PROFILE")) {
         const int only = qEnvironmentVariableIntValue("BENCH_PROFILE");
@@ -319,7 +333,7 @@ int main(int argc, char** argv)
             measures[size_t(only)].run();
         return 0;
     }
-    std::vector<double> ratios[2];
+    std::vector<std::vector<double>> ratios(measures.size());
     for (int i = 0; i < kRepeats; ++i) {
         for (Measure& m : measures) {
             const Timing t = timeOnce(m.run);
@@ -327,18 +341,18 @@ int main(int argc, char** argv)
             m.cpu.push_back(t.cpu);
         }
         const double reference = std::min(measures[0].wall.back(), measures[1].wall.back());
-        ratios[0].push_back(measures[2].wall.back() / reference);
-        ratios[1].push_back(measures[3].wall.back() / reference);
+        for (size_t d = 2; d < measures.size(); ++d)
+            ratios[d].push_back(measures[d].wall.back() / reference);
     }
     const double reference = std::min(median(measures[0].wall), median(measures[1].wall));
     for (size_t i = 0; i < measures.size(); ++i) {
         const Measure& m = measures[i];
         std::printf("  %-34s %8.1f ms wall %8.1f ms CPU", m.name, median(m.wall), median(m.cpu));
-        if (i >= 2) {
-            const double ratio = median(ratios[i - 2]);
-            std::printf("   ratio %5.2fx  (target <= %.0fx and < %.0f ms: %s)", ratio, kRatioTarget, kTimeTargetMs,
-                        ratio <= kRatioTarget && median(m.wall) < kTimeTargetMs ? "met" : "MISSED");
-        }
+        if (i >= 2)
+            std::printf("   ratio %5.2fx", median(ratios[i]));
+        if (i >= 2 && i < targeted)
+            std::printf("  (target <= %.0fx and < %.0f ms: %s)", kRatioTarget, kTimeTargetMs,
+                        median(ratios[i]) <= kRatioTarget && median(m.wall) < kTimeTargetMs ? "met" : "MISSED");
         std::printf("\n");
     }
     std::printf("  reference (faster OGR read, median)  %8.1f ms\n", reference);

@@ -18,7 +18,7 @@ namespace {
 
 // Markers are first drawn into a square this wide, doubled while they reach
 // its border, up to the largest.
-constexpr int FirstScratchSize = 32;
+constexpr int FirstScratchSize = 16;
 constexpr int LargestScratchSize = 1024;
 
 // The rectangle of pixels the image paints (alpha above 0); null when none.
@@ -89,13 +89,8 @@ inline void prefetch(const void* address)
 
 } // namespace
 
-size_t TEPointSymbolCache::KeyHash::operator()(const Key& key) const
-{
-    return std::hash<const void*>()(key.style) ^ (size_t(key.dpi) << 1) ^ size_t(key.antialiased);
-}
-
 TEPointSymbolCache::TEPointSymbolCache(int expectedSymbols)
-    : mStepShift(expectedSymbols > ManySymbols ? 1 : 2)
+    : mStepShift(expectedSymbols > VeryManySymbols ? 0 : expectedSymbols > ManySymbols ? 1 : 2)
 {
 }
 
@@ -146,11 +141,9 @@ bool TEPointSymbolCache::Run::DrawPoint(const TEStyle* style, const QPointF& dev
         return stroke();
     const Key key{style, mDpi, mAntialiased};
     Symbol& symbol = mCache.symbol(key);
-    if (!symbol.usable || symbol.uses < StrokedFirst) {
-        ++symbol.uses;
+    if (!symbol.usable)
         return stroke();
-    }
-    // The marker's position in steps (quarter or half pixels): a whole
+    // The marker's position in steps (quarter, half or whole pixels): a whole
     // pixel and the step within it.
     // Steps are a power of two: the pixel is the floor of a shift (an
     // arithmetic one, as every compiler Qt supports makes it), the step the
@@ -221,26 +214,45 @@ void TEPointSymbolCache::Run::copy(const Sprite& sprite, const QPoint& pixel)
 
 TEPointSymbolCache::Symbol& TEPointSymbolCache::symbol(const Key& key)
 {
-    const auto spread = quint64(quintptr(key.style)) * Q_UINT64_C(0x9E3779B97F4A7C15);
-    Recent& recent = mRecent[size_t(spread >> (64 - RecentBits))];
-    if (recent.symbol && recent.key == key)
+    // A run keeps its DPI and anti-aliasing, so the style alone picks the
+    // recent entry; the entry is checked against the whole key below only
+    // when it was made for another device.
+    Recent& recent = mRecent[size_t((quint64(quintptr(key.style)) * Q_UINT64_C(0x9E3779B97F4A7C15)) >> (64 - RecentBits))];
+    if (recent.style == key.style && recent.symbol->dpi == key.dpi && recent.symbol->antialiased == key.antialiased)
         return *recent.symbol;
-    Symbol& found = mSymbols[key];
-    recent = {key, &found};
-    return found;
+    char bytes[sizeof key.style + sizeof key.dpi + 1];
+    std::memcpy(bytes, &key.style, sizeof key.style);
+    std::memcpy(bytes + sizeof key.style, &key.dpi, sizeof key.dpi);
+    bytes[sizeof bytes - 1] = key.antialiased ? 1 : 0;
+    bool added = false;
+    const size_t number = mKeys.Add(std::string_view(bytes, sizeof bytes), &added);
+    if (added) {
+        mSymbols.emplace_back();
+        mSymbols.back().dpi = key.dpi;
+        mSymbols.back().antialiased = key.antialiased;
+    }
+    recent = {key.style, &mSymbols[number]};
+    return mSymbols[number];
 }
 
 const TEPointSymbolCache::Sprite* TEPointSymbolCache::sprite(Symbol& symbol, const Key& key, int stepX, int stepY)
 {
-    Sprite& sprite = symbol.sprites[size_t((stepY << mStepShift) + stepX)];
+    const size_t step = size_t((stepY << mStepShift) + stepX);
+    if (!symbol.sprites) {
+        if (key.style->GetStyleType() != TEStyle::PointStyle) {
+            symbol.usable = false;
+            return nullptr;
+        }
+        symbol.sprites = std::make_unique<Sprite[]>(size_t(1) << (2 * mStepShift));
+        symbol.images = std::make_unique<QImage[]>(size_t(1) << (2 * mStepShift));
+    }
+    Sprite& sprite = symbol.sprites[step];
     if (sprite.made)
         return &sprite;
-    if (mBytes > MemoryBudget || key.style->GetStyleType() != TEStyle::PointStyle) {
+    if (mBytes > MemoryBudget) {
         symbol.usable = false;
         return nullptr;
     }
-    if (!symbol.images)
-        symbol.images = std::make_unique<std::array<QImage, MaxSteps * MaxSteps>>();
     const int dotsPerMeter = qRound(key.dpi / 0.0254);
     for (int size = FirstScratchSize; size <= LargestScratchSize; size *= 2) {
         if (mScratch.width() != size || mScratch.dotsPerMeterX() != dotsPerMeter) {
@@ -257,8 +269,8 @@ const TEPointSymbolCache::Sprite* TEPointSymbolCache::sprite(Symbol& symbol, con
         painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
         painter.setRenderHint(QPainter::Antialiasing, key.antialiased);
         const int centre = size / 2;
-        const double step = 1.0 / (1 << mStepShift);
-        if (!key.style->DrawPoint(&painter, QPointF(centre + stepX * step, centre + stepY * step))) {
+        const double stepSize = 1.0 / (1 << mStepShift);
+        if (!key.style->DrawPoint(&painter, QPointF(centre + stepX * stepSize, centre + stepY * stepSize))) {
             symbol.usable = false;
             return nullptr;
         }
@@ -272,7 +284,7 @@ const TEPointSymbolCache::Sprite* TEPointSymbolCache::sprite(Symbol& symbol, con
             // Widened to whole groups of four with transparent pixels
             // (copy() gives those outside the scratch).
             painted.setWidth((painted.width() + 3) / 4 * 4);
-            QImage& image = (*symbol.images)[size_t((stepY << mStepShift) + stepX)];
+            QImage& image = symbol.images[step];
             image = mScratch.copy(painted);
             sprite.pixels = reinterpret_cast<const quint32*>(image.constBits());
             sprite.box = painted.translated(-centre, -centre);

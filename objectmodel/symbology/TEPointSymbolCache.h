@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/TEKeyIndex.h"
 #include "core/TZObjectsExport.h"
 #include "symbology/TEStyle.h"
 
@@ -8,8 +9,8 @@
 #include <QRect>
 
 #include <array>
+#include <deque>
 #include <memory>
-#include <unordered_map>
 
 class QPainter;
 typedef void* OGRGeometryH;
@@ -21,10 +22,14 @@ namespace TZObjects {
 // costs a million small image copies. Each symbol is drawn by the style
 // itself at each quarter-pixel position within a pixel where it is first
 // needed, so a copy differs from a stroked marker by at most an eighth of a
-// pixel at its anti-aliased edge. A drawing of many symbols (a long category
-// list) has them made at half-pixel positions, a quarter of a pixel off at
-// most: sixteen images of each of hundreds of symbols would not stay in the
-// processor's cache, and reading them from memory doubles the drawing.
+// pixel at its anti-aliased edge.
+//
+// The more symbols a drawing has, the coarser the positions: half pixels
+// past ManySymbols (a long category list), whole pixels past
+// VeryManySymbols (a category per place name). Sixteen images of each of
+// hundreds of symbols would not stay in the processor's cache, and waiting
+// for them doubles the drawing; and a symbol met a few times in a million
+// points should cost one image, not four or sixteen.
 //
 // Onto an image in premultiplied ARGB (a map canvas's), a copy blends the
 // symbol's pixels straight into the image's memory, with the same
@@ -33,17 +38,15 @@ namespace TZObjects {
 // Images are keyed by the style object, the device's DPI and whether the
 // painter anti-aliases. The styles must outlive the cache and not change
 // while it lives: a host keeps one cache per drawing, over its own copy of
-// the render. A symbol is copied only once it has been drawn often enough to
-// repay its images (a category met once or twice is stroked), and images
-// stop being made past a memory budget. Not thread-safe: one cache per
-// drawing thread.
+// the render. Images stop being made past a memory budget; the styles then
+// stroke their markers. Not thread-safe: one cache per drawing thread.
 class TZOBJECTS_EXPORT TEPointSymbolCache
 {
     struct Sprite;
 
 public:
     // expectedSymbols: how many point symbols the drawing will copy (the
-    // render's styles); past ManySymbols they are placed to half pixels.
+    // render's styles), which sets how finely copies are placed.
     explicit TEPointSymbolCache(int expectedSymbols = 1);
     ~TEPointSymbolCache();
     TEPointSymbolCache(const TEPointSymbolCache&) = delete;
@@ -119,13 +122,10 @@ public:
     qint64 GetCopiedCount() const { return mCopied; }
 
 private:
-    // Sub-pixel positions along each axis: quarters, or halves for a
-    // drawing of more than ManySymbols symbols.
-    static constexpr int MaxSteps = 4;
+    // Sub-pixel positions along each axis: quarters, halves past
+    // ManySymbols symbols, whole pixels past VeryManySymbols.
     static constexpr int ManySymbols = 64;
-    // Points of a symbol stroked before its images are made: a style met
-    // once or twice (one of many thousand categories) costs no image.
-    static constexpr int StrokedFirst = 2;
+    static constexpr int VeryManySymbols = 4096;
     // The most image memory a cache makes, in bytes.
     static constexpr qint64 MemoryBudget = 64 * 1024 * 1024;
 
@@ -142,13 +142,17 @@ private:
 
     struct Symbol
     {
-        // False when the marker does not fit an image (a huge symbol) or
-        // draws nothing: the style then draws every point itself.
+        // False when the marker does not fit an image (a huge symbol), draws
+        // nothing or came past the budget: the style then draws every point
+        // itself.
         bool usable = true;
-        int uses = 0;
-        std::array<Sprite, MaxSteps * MaxSteps> sprites;
-        // The images that hold the sprites' pixels, made with the first.
-        std::unique_ptr<std::array<QImage, MaxSteps * MaxSteps>> images;
+        // The device the images are made for.
+        bool antialiased = false;
+        int dpi = 0;
+        // The sprite for each step within a pixel, and the image holding
+        // its pixels; made with the first.
+        std::unique_ptr<Sprite[]> sprites;
+        std::unique_ptr<QImage[]> images;
     };
 
     struct Key
@@ -156,14 +160,6 @@ private:
         const TEStyle* style;
         int dpi;
         bool antialiased;
-        bool operator==(const Key& other) const
-        {
-            return style == other.style && dpi == other.dpi && antialiased == other.antialiased;
-        }
-    };
-    struct KeyHash
-    {
-        size_t operator()(const Key& key) const;
     };
 
     Symbol& symbol(const Key& key);
@@ -171,16 +167,19 @@ private:
     // made on first use; null when the style must draw the point itself.
     const Sprite* sprite(Symbol& symbol, const Key& key, int stepX, int stepY);
 
-    std::unordered_map<Key, Symbol, KeyHash> mSymbols;
-    // Symbols met lately, by their style's address: most points find theirs
-    // here without a lookup in mSymbols.
+    // The symbols, numbered by the bytes of their keys: a drawing of a
+    // hundred thousand categories looks one up at every point.
+    TEKeyIndex mKeys;
+    std::deque<Symbol> mSymbols;
+    // Symbols met lately, by their style's address: with a few hundred
+    // styles, nearly every point finds its symbol here.
     struct Recent
     {
-        Key key{nullptr, 0, false};
+        const TEStyle* style = nullptr;
         Symbol* symbol = nullptr;
     };
     static constexpr int RecentBits = 10;
-    std::array<Recent, size_t(1) << RecentBits> mRecent;
+    std::array<Recent, size_t(1) << RecentBits> mRecent{};
     // Where markers are drawn to be cut out into images, and its painter.
     QImage mScratch;
     std::unique_ptr<QPainter> mScratchPainter;
