@@ -16,12 +16,12 @@
     <message>
         <location filename="../../panels/vector/TZRenderPanelRuleBased.cpp" line="+41"/>
         <source>Unknown error</source>
-        <translation type="unfinished"></translation>
+        <translation>Unbekannter Fehler</translation>
     </message>
     <message>
         <location line="+2"/>
         <source>Error!</source>
-        <translation type="unfinished">Fehler!</translation>
+        <translation>Fehler!</translation>
     </message>
 </context>
 <context>
@@ -153,50 +153,50 @@
     <message>
         <location filename="../../forms/TZDialogBandPixHistogram.ui" line="+14"/>
         <source>Band Pixel Histogram</source>
-        <translation type="unfinished"></translation>
+        <translation>Pixelhistogramm des Bandes</translation>
     </message>
     <message>
         <location line="+20"/>
         <source>Statistics Value</source>
-        <translation type="unfinished"></translation>
+        <translation>Statistikwerte</translation>
     </message>
     <message>
         <location line="+6"/>
         <location filename="../../panels/raster/TZDialogBandPixHistogram.cpp" line="+145"/>
         <source>Min Value:</source>
-        <translation type="unfinished"></translation>
+        <translation>Minimalwert:</translation>
     </message>
     <message>
         <location line="+7"/>
         <location filename="../../panels/raster/TZDialogBandPixHistogram.cpp" line="+1"/>
         <source>Max Value:</source>
-        <translation type="unfinished"></translation>
+        <translation>Maximalwert:</translation>
     </message>
     <message>
         <location line="+7"/>
         <location filename="../../panels/raster/TZDialogBandPixHistogram.cpp" line="+1"/>
         <source>Average Value:</source>
-        <translation type="unfinished"></translation>
+        <translation>Mittelwert:</translation>
     </message>
     <message>
         <location line="+7"/>
         <location filename="../../panels/raster/TZDialogBandPixHistogram.cpp" line="+1"/>
         <source>Standard Deviation:</source>
-        <translation type="unfinished"></translation>
+        <translation>Standardabweichung:</translation>
     </message>
     <message>
         <location line="+14"/>
         <location filename="../../panels/raster/TZDialogBandPixHistogram.cpp" line="+2"/>
         <location line="+19"/>
         <source>Value:</source>
-        <translation type="unfinished"></translation>
+        <translation>Wert:</translation>
     </message>
     <message>
         <location line="+7"/>
         <location filename="../../panels/raster/TZDialogBandPixHistogram.cpp" line="-20"/>
         <location line="+19"/>
         <source>Statistical Data:</source>
-        <translation type="unfinished"></translation>
+        <translation>Statistische Daten:</translation>
     </message>
 </context>
 <context>
@@ -311,17 +311,17 @@
     <message>
         <location line="+86"/>
         <source>1 dot = %1 %2</source>
-        <translation type="unfinished"></translation>
+        <translation>1 Punkt = %1 %2</translation>
     </message>
     <message>
         <location line="+19"/>
         <source>Density: sparse to dense</source>
-        <translation type="unfinished"></translation>
+        <translation>Dichte: gering bis hoch</translation>
     </message>
     <message>
         <location line="+42"/>
         <source>Uncolored</source>
-        <translation type="unfinished"></translation>
+        <translation>Nicht eingefärbt</translation>
     </message>
 </context>
 <context>
@@ -329,12 +329,12 @@
     <message>
         <location filename="../../app/TZLayerTreeModel.cpp" line="+344"/>
         <source>%1 (%2)</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 (%2)</translation>
     </message>
     <message>
         <location line="+3"/>
         <source>%1 — %L2 classes</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 — %L2 Klassen</translation>
     </message>
 </context>
 <context>
@@ -424,12 +424,12 @@
     <message>
         <location line="+3"/>
         <source>Add &amp;PostGIS Layer...</source>
-        <translation type="unfinished"></translation>
+        <translation>P&amp;ostGIS-Layer hinzufügen...</translation>
     </message>
     <message>
         <location line="+2"/>
         <source>Connect to a PostGIS database and add some of its spatial tables</source>
-        <translation type="unfinished"></translation>
+        <translation>Mit einer PostGIS-Datenbank verbinden und einige ihrer räumlichen Tabellen hinzufügen</translation>
     </message>
     <message>
         <location line="+3"/>
@@ -532,7 +532,7 @@
     <message>
         <location line="-103"/>
         <source>Opening the project...</source>
-        <translation type="unfinished"></translation>
+        <translation>Projekt wird geöffnet...</translation>
     </message>
     <message>
         <location line="+21"/>
@@ -542,7 +542,7 @@
     <message>
         <location line="+12"/>
         <source>Saving the project...</source>
-        <translation type="unfinished"></translation>
+        <translation>Projekt wird gespeichert...</translation>
     </message>
     <message>
         <location line="+28"/>
@@ -627,12 +627,12 @@ Möchten Sie sie speichern?</translation>
     <message>
         <location filename="../../panels/raster/TZModelColorList.cpp" line="+53"/>
         <source>Color</source>
-        <translation type="unfinished"></translation>
+        <translation>Farbe</translation>
     </message>
     <message>
         <location line="+2"/>
         <source>Value</source>
-        <translation type="unfinished">Wert</translation>
+        <translation>Wert</translation>
     </message>
 </context>
 <context>
@@ -640,28 +640,28 @@ Möchten Sie sie speichern?</translation>
     <message>
         <location filename="../../panels/vector/TZModelGradingSymbol.cpp" line="+211"/>
         <source>symbols</source>
-        <translation type="unfinished"></translation>
+        <translation>Symbole</translation>
     </message>
     <message>
         <location line="+2"/>
         <source>Value</source>
-        <translation type="unfinished">Wert</translation>
+        <translation>Wert</translation>
     </message>
     <message>
         <location line="+2"/>
         <source>Label</source>
-        <translation type="unfinished">Legende</translation>
+        <translation>Legende</translation>
     </message>
     <message>
         <location line="+2"/>
         <source>Count</source>
-        <translation type="unfinished">Anzahl</translation>
+        <translation>Anzahl</translation>
     </message>
     <message>
         <location line="+216"/>
         <location line="+1"/>
         <source>Wait</source>
-        <translation type="unfinished">Bitte warten</translation>
+        <translation>Bitte warten</translation>
     </message>
     <message>
         <location line="+161"/>
@@ -670,54 +670,54 @@ Möchten Sie sie speichern?</translation>
         <location line="+11"/>
         <location line="+20"/>
         <source>Warning</source>
-        <translation type="unfinished">Warnung</translation>
+        <translation>Warnung</translation>
     </message>
     <message>
         <location line="-77"/>
         <source>No other values</source>
-        <translation type="unfinished"></translation>
+        <translation>Keine weiteren Werte</translation>
     </message>
     <message>
         <location line="+24"/>
         <source>The number of currently obtained grading symbol items is greater than the level set!</source>
-        <translation type="unfinished"></translation>
+        <translation>Es wurden mehr Klassen ermittelt, als die eingestellte Klassenanzahl zulässt!</translation>
     </message>
     <message>
         <location line="+22"/>
         <location line="+11"/>
         <source>Export file failed!</source>
-        <translation type="unfinished"></translation>
+        <translation>Export der Datei fehlgeschlagen!</translation>
     </message>
     <message>
         <location line="+3"/>
         <source>Information</source>
-        <translation type="unfinished">Information</translation>
+        <translation>Information</translation>
     </message>
     <message>
         <location line="+0"/>
         <source>Export file successful!</source>
-        <translation type="unfinished"></translation>
+        <translation>Datei erfolgreich exportiert!</translation>
     </message>
     <message>
         <location line="+6"/>
         <source>Open file</source>
-        <translation type="unfinished"></translation>
+        <translation>Datei öffnen</translation>
     </message>
     <message>
         <location line="+0"/>
         <location line="+15"/>
         <source>Values(*.txt)</source>
-        <translation type="unfinished"></translation>
+        <translation>Werte (*.txt)</translation>
     </message>
     <message>
         <location line="-4"/>
         <source>Please add the grading symbol item first!</source>
-        <translation type="unfinished"></translation>
+        <translation>Bitte fügen Sie zuerst Klassen hinzu!</translation>
     </message>
     <message>
         <location line="+4"/>
         <source>Export file</source>
-        <translation type="unfinished"></translation>
+        <translation>Datei exportieren</translation>
     </message>
 </context>
 <context>
@@ -726,22 +726,22 @@ Möchten Sie sie speichern?</translation>
         <location filename="../../panels/vector/TZModelMatchToSymbols.cpp" line="+89"/>
         <location line="+1"/>
         <source>Wait</source>
-        <translation type="unfinished">Bitte warten</translation>
+        <translation>Bitte warten</translation>
     </message>
     <message>
         <location line="+93"/>
         <source>Scale filter</source>
-        <translation type="unfinished"></translation>
+        <translation>Maßstabsfilter</translation>
     </message>
     <message>
         <location line="+2"/>
         <source>MinScale</source>
-        <translation type="unfinished"></translation>
+        <translation>Min. Maßstab</translation>
     </message>
     <message>
         <location line="+2"/>
         <source>MaxScale</source>
-        <translation type="unfinished"></translation>
+        <translation>Max. Maßstab</translation>
     </message>
 </context>
 <context>
@@ -778,12 +778,12 @@ Möchten Sie sie speichern?</translation>
     <message>
         <location filename="../../panels/vector/TZModelUniqueValuesByManyFields.cpp" line="+44"/>
         <source>warning</source>
-        <translation type="unfinished"></translation>
+        <translation>Warnung</translation>
     </message>
     <message>
         <location line="+0"/>
         <source>This data big, get unique data is slowly,would you like to continus?</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datenmenge ist groß, das Ermitteln der eindeutigen Werte kann lange dauern. Möchten Sie fortfahren?</translation>
     </message>
 </context>
 <context>
@@ -791,22 +791,22 @@ Möchten Sie sie speichern?</translation>
     <message>
         <location filename="../../app/TZPostgisCatalog.cpp" line="+45"/>
         <source>The server asks for a password: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Server verlangt ein Passwort: %1</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>Cannot connect: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Keine Verbindung möglich: %1</translation>
     </message>
     <message>
         <location line="+10"/>
         <source>The database has no PostGIS extension (it has no geometry_columns).</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datenbank hat keine PostGIS-Erweiterung (ihr fehlt geometry_columns).</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>Cannot list the tables: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Tabellen können nicht aufgelistet werden: %1</translation>
     </message>
 </context>
 <context>
@@ -814,137 +814,137 @@ Möchten Sie sie speichern?</translation>
     <message>
         <location filename="../../forms/TZPostgisDialog.ui" line="+14"/>
         <source>Add PostGIS Layer</source>
-        <translation type="unfinished"></translation>
+        <translation>PostGIS-Layer hinzufügen</translation>
     </message>
     <message>
         <location line="+6"/>
         <source>Connection</source>
-        <translation type="unfinished"></translation>
+        <translation>Verbindung</translation>
     </message>
     <message>
         <location line="+6"/>
         <source>&amp;Service:</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Dienst:</translation>
     </message>
     <message>
         <location line="+13"/>
         <source>A service of your PostgreSQL service file (~/.pg_service.conf); the fields below add to or override it</source>
-        <translation type="unfinished"></translation>
+        <translation>Ein Dienst aus Ihrer PostgreSQL-Dienstdatei (~/.pg_service.conf); die Felder darunter ergänzen oder überschreiben ihn</translation>
     </message>
     <message>
         <location line="+7"/>
         <source>&amp;Host or socket folder:</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Host oder Socket-Ordner:</translation>
     </message>
     <message>
         <location line="+10"/>
         <source>localhost, db.example.org or /var/run/postgresql</source>
-        <translation type="unfinished"></translation>
+        <translation>localhost, db.example.org oder /var/run/postgresql</translation>
     </message>
     <message>
         <location line="+7"/>
         <source>&amp;Port:</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Port:</translation>
     </message>
     <message>
         <location line="+16"/>
         <source>5432</source>
-        <translation type="unfinished"></translation>
+        <translation>5432</translation>
     </message>
     <message>
         <location line="+7"/>
         <source>&amp;Database:</source>
-        <translation type="unfinished"></translation>
+        <translation>Daten&amp;bank:</translation>
     </message>
     <message>
         <location line="+13"/>
         <source>&amp;User:</source>
-        <translation type="unfinished"></translation>
+        <translation>Be&amp;nutzer:</translation>
     </message>
     <message>
         <location line="+13"/>
         <source>Pass&amp;word:</source>
-        <translation type="unfinished"></translation>
+        <translation>Pass&amp;wort:</translation>
     </message>
     <message>
         <location line="+13"/>
         <source>empty: from ~/.pgpass, or asked for when needed</source>
-        <translation type="unfinished"></translation>
+        <translation>leer: aus ~/.pgpass oder bei Bedarf abgefragt</translation>
     </message>
     <message>
         <location line="+9"/>
         <source>&amp;Connect</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Verbinden</translation>
     </message>
     <message>
         <location line="+31"/>
         <source>Spatial &amp;tables and views (choose one or more):</source>
-        <translation type="unfinished"></translation>
+        <translation>Räumliche &amp;Tabellen und Sichten (eine oder mehrere auswählen):</translation>
     </message>
     <message>
         <location line="+23"/>
         <source>Table</source>
-        <translation type="unfinished"></translation>
+        <translation>Tabelle</translation>
     </message>
     <message>
         <location line="+5"/>
         <source>Kind</source>
-        <translation type="unfinished"></translation>
+        <translation>Art</translation>
     </message>
     <message>
         <location line="+5"/>
         <source>Geometry column</source>
-        <translation type="unfinished"></translation>
+        <translation>Geometriespalte</translation>
     </message>
     <message>
         <location line="+5"/>
         <source>Type</source>
-        <translation type="unfinished"></translation>
+        <translation>Typ</translation>
     </message>
     <message>
         <location line="+5"/>
         <source>SRID</source>
-        <translation type="unfinished"></translation>
+        <translation>SRID</translation>
     </message>
     <message>
         <location filename="../../app/TZPostgisDialog.cpp" line="+27"/>
         <source>&amp;Add</source>
-        <translation type="unfinished"></translation>
+        <translation>Hinzu&amp;fügen</translation>
     </message>
     <message>
         <location line="+12"/>
         <source>The server did not answer within %1 seconds.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Server hat nicht innerhalb von %1 Sekunden geantwortet.</translation>
     </message>
     <message>
         <location line="+60"/>
         <source>Connecting...</source>
-        <translation type="unfinished"></translation>
+        <translation>Verbindung wird hergestellt...</translation>
     </message>
     <message>
         <location line="+30"/>
         <source>view</source>
-        <translation type="unfinished"></translation>
+        <translation>Sicht</translation>
     </message>
     <message>
         <location line="+0"/>
         <source>table</source>
-        <translation type="unfinished"></translation>
+        <translation>Tabelle</translation>
     </message>
     <message>
         <location line="+14"/>
         <source>Connected. The database has no spatial tables or views.</source>
-        <translation type="unfinished"></translation>
+        <translation>Verbunden. Die Datenbank hat keine räumlichen Tabellen oder Sichten.</translation>
     </message>
     <message>
         <location line="+3"/>
         <source>Connected: 1 spatial table or view.</source>
-        <translation type="unfinished"></translation>
+        <translation>Verbunden: 1 räumliche Tabelle oder Sicht.</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>Connected: %1 spatial tables and views.</source>
-        <translation type="unfinished"></translation>
+        <translation>Verbunden: %1 räumliche Tabellen und Sichten.</translation>
     </message>
 </context>
 <context>
@@ -952,7 +952,7 @@ Möchten Sie sie speichern?</translation>
     <message>
         <location filename="../../app/TZPostgisLogin.cpp" line="+70"/>
         <source>PostGIS Password</source>
-        <translation type="unfinished"></translation>
+        <translation>PostGIS-Passwort</translation>
     </message>
     <message>
         <location line="+1"/>
@@ -960,27 +960,30 @@ Möchten Sie sie speichern?</translation>
 %2
 
 Password:</source>
-        <translation type="unfinished"></translation>
+        <translation>%1
+%2
+
+Passwort:</translation>
     </message>
     <message>
         <location line="+34"/>
         <source>The database server asks for a password.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Datenbankserver verlangt ein Passwort.</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>The server refused the password: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Server hat das Passwort abgelehnt: %1</translation>
     </message>
     <message>
         <location line="+3"/>
         <source>No password was given for &quot;%1&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>Für „%1“ wurde kein Passwort angegeben.</translation>
     </message>
     <message>
         <location line="+8"/>
         <source>Cannot connect to &quot;%1&quot;: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>Keine Verbindung zu „%1“ möglich: %2</translation>
     </message>
 </context>
 <context>
@@ -1164,22 +1167,22 @@ Password:</source>
     <message>
         <location filename="../../forms/TZRenderPanelClusterDiagram.ui" line="+14"/>
         <source>Form</source>
-        <translation type="unfinished">Formular</translation>
+        <translation>Formular</translation>
     </message>
     <message>
         <location line="+8"/>
         <source>Color ramp</source>
-        <translation type="unfinished"></translation>
+        <translation>Farbverlauf</translation>
     </message>
     <message>
         <location line="+17"/>
         <source>Marker size:</source>
-        <translation type="unfinished"></translation>
+        <translation>Markergröße:</translation>
     </message>
     <message>
         <location filename="../../panels/diagram/TZRenderPanelClusterDiagram.cpp" line="+29"/>
         <source>Cluster diagram</source>
-        <translation type="unfinished"></translation>
+        <translation>Cluster-Diagramm</translation>
     </message>
 </context>
 <context>
@@ -1187,12 +1190,12 @@ Password:</source>
     <message>
         <location filename="../../panels/diagram/TZRenderPanelDiagramBase.cpp" line="+45"/>
         <source>Symbols</source>
-        <translation type="unfinished">Symbole</translation>
+        <translation>Symbole</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>Field</source>
-        <translation type="unfinished"></translation>
+        <translation>Feld</translation>
     </message>
 </context>
 <context>
@@ -1200,37 +1203,37 @@ Password:</source>
     <message>
         <location filename="../../forms/TZRenderPanelDotDensityDiagram.ui" line="+14"/>
         <source>Form</source>
-        <translation type="unfinished">Formular</translation>
+        <translation>Formular</translation>
     </message>
     <message>
         <location line="+8"/>
         <source>Field</source>
-        <translation type="unfinished"></translation>
+        <translation>Feld</translation>
     </message>
     <message>
         <location line="+10"/>
         <source>Dot color</source>
-        <translation type="unfinished"></translation>
+        <translation>Punktfarbe</translation>
     </message>
     <message>
         <location line="+10"/>
         <source>Each dot represents the quantity</source>
-        <translation type="unfinished"></translation>
+        <translation>Jeder Punkt steht für die Menge</translation>
     </message>
     <message>
         <location filename="../../panels/diagram/TZRenderPanelDotDensityDiagram.cpp" line="+35"/>
         <source>Dot density diagram</source>
-        <translation type="unfinished"></translation>
+        <translation>Punktdichte-Diagramm</translation>
     </message>
     <message>
         <location line="+51"/>
         <source>Information</source>
-        <translation type="unfinished">Information</translation>
+        <translation>Information</translation>
     </message>
     <message>
         <location line="+0"/>
         <source>Please select value type field</source>
-        <translation type="unfinished"></translation>
+        <translation>Bitte wählen Sie ein numerisches Feld aus</translation>
     </message>
 </context>
 <context>
@@ -1238,48 +1241,48 @@ Password:</source>
     <message>
         <location filename="../../forms/TZRenderPanelFourColorTheorem.ui" line="+6"/>
         <source>Form</source>
-        <translation type="unfinished">Formular</translation>
+        <translation>Formular</translation>
     </message>
     <message>
         <location line="+7"/>
         <source>Colors</source>
-        <translation type="unfinished"></translation>
+        <translation>Farben</translation>
     </message>
     <message>
         <location line="+12"/>
         <source>Color scheme</source>
-        <translation type="unfinished"></translation>
+        <translation>Farbschema</translation>
     </message>
     <message>
         <location filename="../../panels/vector/TZRenderPanelFourColorTheorem.cpp" line="+36"/>
         <source>Four color themorem</source>
-        <translation type="unfinished"></translation>
+        <translation>Vierfarbensatz</translation>
     </message>
     <message>
         <location line="+28"/>
         <source>configuring colors...</source>
-        <translation type="unfinished"></translation>
+        <translation>Farben werden zugewiesen...</translation>
     </message>
     <message>
         <location line="+4"/>
         <location line="+6"/>
         <source>Error!</source>
-        <translation type="unfinished">Fehler!</translation>
+        <translation>Fehler!</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>The features of the layer could not be read.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Objekte des Layers konnten nicht gelesen werden.</translation>
     </message>
     <message>
         <location line="+12"/>
         <source>Information</source>
-        <translation type="unfinished">Information</translation>
+        <translation>Information</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>Failed to configure color,please increase the number of colors</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Farben konnten nicht zugewiesen werden. Bitte erhöhen Sie die Anzahl der Farben</translation>
     </message>
 </context>
 <context>
@@ -1289,27 +1292,27 @@ Password:</source>
         <location line="+121"/>
         <location line="+5"/>
         <source>Warning</source>
-        <translation type="unfinished">Warnung</translation>
+        <translation>Warnung</translation>
     </message>
     <message>
         <location line="-126"/>
         <source>No items selected!</source>
-        <translation type="unfinished">Keine Einträge ausgewählt!</translation>
+        <translation>Keine Einträge ausgewählt!</translation>
     </message>
     <message>
         <location line="+41"/>
         <source>Point</source>
-        <translation type="unfinished">Punkt</translation>
+        <translation>Punkt</translation>
     </message>
     <message>
         <location line="+80"/>
         <source>There is an incorrect grading item!</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine Klasse ist fehlerhaft!</translation>
     </message>
     <message>
         <location line="+6"/>
         <source>The ranges of the different grades intersect. Do you want to continue?</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Wertebereiche der Klassen überschneiden sich. Möchten Sie fortfahren?</translation>
     </message>
 </context>
 <context>
@@ -1317,113 +1320,113 @@ Password:</source>
     <message>
         <location filename="../../forms/TZRenderPanelGradingSymbol.ui" line="+6"/>
         <source>Form</source>
-        <translation type="unfinished">Formular</translation>
+        <translation>Formular</translation>
     </message>
     <message>
         <location line="+6"/>
         <source>Value field:</source>
-        <translation type="unfinished"></translation>
+        <translation>Wertfeld:</translation>
     </message>
     <message>
         <location line="+8"/>
         <source>Level:</source>
-        <translation type="unfinished"></translation>
+        <translation>Klassen:</translation>
     </message>
     <message>
         <location line="+8"/>
         <source>Color ramp:</source>
-        <translation type="unfinished"></translation>
+        <translation>Farbverlauf:</translation>
     </message>
     <message>
         <location line="+8"/>
         <source>Outline:</source>
-        <translation type="unfinished"></translation>
+        <translation>Umriss:</translation>
     </message>
     <message>
         <location line="+14"/>
         <source>Point</source>
-        <translation type="unfinished">Punkt</translation>
+        <translation>Punkt</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>MM</source>
-        <translation type="unfinished">mm</translation>
+        <translation>mm</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>CM</source>
-        <translation type="unfinished">cm</translation>
+        <translation>cm</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>Inch</source>
-        <translation type="unfinished">Zoll</translation>
+        <translation>Zoll</translation>
     </message>
     <message>
         <location line="+19"/>
         <source>Add classes</source>
-        <translation type="unfinished"></translation>
+        <translation>Klassen hinzufügen</translation>
     </message>
     <message>
         <location line="+6"/>
         <source>Delete classes</source>
-        <translation type="unfinished"></translation>
+        <translation>Klassen löschen</translation>
     </message>
     <message>
         <location line="+6"/>
         <source>Delete all classes</source>
-        <translation type="unfinished"></translation>
+        <translation>Alle Klassen löschen</translation>
     </message>
     <message>
         <location line="+6"/>
         <location line="+7"/>
         <source>Classes keep the order they were made in</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Klassen behalten die Reihenfolge, in der sie angelegt wurden</translation>
     </message>
     <message>
         <location line="+19"/>
         <source>Classify all values</source>
-        <translation type="unfinished"></translation>
+        <translation>Alle Werte klassifizieren</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>Update</source>
-        <translation type="unfinished"></translation>
+        <translation>Aktualisieren</translation>
     </message>
     <message>
         <location line="+6"/>
         <source>Count the features passing the layer&apos;s filter</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Objekte zählen, die den Filter des Layers erfüllen</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>Filter</source>
-        <translation type="unfinished"></translation>
+        <translation>Filter</translation>
     </message>
     <message>
         <location line="+12"/>
         <source>Write the classes to a text file</source>
-        <translation type="unfinished"></translation>
+        <translation>Klassen in eine Textdatei schreiben</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>Export</source>
-        <translation type="unfinished"></translation>
+        <translation>Exportieren</translation>
     </message>
     <message>
         <location line="+5"/>
         <source>Read the classes from a text file</source>
-        <translation type="unfinished"></translation>
+        <translation>Klassen aus einer Textdatei lesen</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>Import</source>
-        <translation type="unfinished"></translation>
+        <translation>Importieren</translation>
     </message>
     <message>
         <location filename="../../panels/vector/TZRenderPanelGradingSymbol.cpp" line="+31"/>
         <source>Grading symbol</source>
-        <translation type="unfinished"></translation>
+        <translation>Abgestuftes Symbol</translation>
     </message>
 </context>
 <context>
@@ -1431,138 +1434,138 @@ Password:</source>
     <message>
         <location filename="../../forms/TZRenderPanelGraduatedSymbolsDiagram.ui" line="+6"/>
         <source>Form</source>
-        <translation type="unfinished">Formular</translation>
+        <translation>Formular</translation>
     </message>
     <message>
         <location line="+6"/>
         <source>Value field:</source>
-        <translation type="unfinished"></translation>
+        <translation>Wertfeld:</translation>
     </message>
     <message>
         <location line="+8"/>
         <source>Level:</source>
-        <translation type="unfinished"></translation>
+        <translation>Klassen:</translation>
     </message>
     <message>
         <location line="+10"/>
         <source>Class colors</source>
-        <translation type="unfinished"></translation>
+        <translation>Klassenfarben</translation>
     </message>
     <message>
         <location line="+4"/>
         <source>Color ramp:</source>
-        <translation type="unfinished"></translation>
+        <translation>Farbverlauf:</translation>
     </message>
     <message>
         <location line="+13"/>
         <source>Template:</source>
-        <translation type="unfinished"></translation>
+        <translation>Vorlage:</translation>
     </message>
     <message>
         <location line="+6"/>
         <source>Choose the symbol the classes are made from</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Symbol wählen, aus dem die Klassen gebildet werden</translation>
     </message>
     <message>
         <location line="+6"/>
         <source>Minimum size:</source>
-        <translation type="unfinished"></translation>
+        <translation>Minimale Größe:</translation>
     </message>
     <message>
         <location line="+13"/>
         <source>Maximum size:</source>
-        <translation type="unfinished"></translation>
+        <translation>Maximale Größe:</translation>
     </message>
     <message>
         <location line="+14"/>
         <source>Outline:</source>
-        <translation type="unfinished"></translation>
+        <translation>Umriss:</translation>
     </message>
     <message>
         <location line="+14"/>
         <source>Point</source>
-        <translation type="unfinished">Punkt</translation>
+        <translation>Punkt</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>MM</source>
-        <translation type="unfinished">mm</translation>
+        <translation>mm</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>CM</source>
-        <translation type="unfinished">cm</translation>
+        <translation>cm</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>Inch</source>
-        <translation type="unfinished">Zoll</translation>
+        <translation>Zoll</translation>
     </message>
     <message>
         <location line="+19"/>
         <source>Add classes</source>
-        <translation type="unfinished"></translation>
+        <translation>Klassen hinzufügen</translation>
     </message>
     <message>
         <location line="+6"/>
         <source>Delete classes</source>
-        <translation type="unfinished"></translation>
+        <translation>Klassen löschen</translation>
     </message>
     <message>
         <location line="+6"/>
         <source>Delete all classes</source>
-        <translation type="unfinished"></translation>
+        <translation>Alle Klassen löschen</translation>
     </message>
     <message>
         <location line="+6"/>
         <location line="+7"/>
         <source>Classes keep the order they were made in</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Klassen behalten die Reihenfolge, in der sie angelegt wurden</translation>
     </message>
     <message>
         <location line="+19"/>
         <source>Classify all values</source>
-        <translation type="unfinished"></translation>
+        <translation>Alle Werte klassifizieren</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>Update</source>
-        <translation type="unfinished"></translation>
+        <translation>Aktualisieren</translation>
     </message>
     <message>
         <location line="+6"/>
         <source>Count the features passing the layer&apos;s filter</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Objekte zählen, die den Filter des Layers erfüllen</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>Filter</source>
-        <translation type="unfinished"></translation>
+        <translation>Filter</translation>
     </message>
     <message>
         <location line="+12"/>
         <source>Write the classes to a text file</source>
-        <translation type="unfinished"></translation>
+        <translation>Klassen in eine Textdatei schreiben</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>Export</source>
-        <translation type="unfinished"></translation>
+        <translation>Exportieren</translation>
     </message>
     <message>
         <location line="+5"/>
         <source>Read the classes from a text file</source>
-        <translation type="unfinished"></translation>
+        <translation>Klassen aus einer Textdatei lesen</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>Import</source>
-        <translation type="unfinished"></translation>
+        <translation>Importieren</translation>
     </message>
     <message>
         <location filename="../../panels/diagram/TZRenderPanelGraduatedSymbolsDiagram.cpp" line="+56"/>
         <source>Graduated symbols</source>
-        <translation type="unfinished"></translation>
+        <translation>Abgestufte Symbolgrößen</translation>
     </message>
 </context>
 <context>
@@ -1570,72 +1573,72 @@ Password:</source>
     <message>
         <location filename="../../forms/TZRenderPanelHistogramDiagram.ui" line="+14"/>
         <source>Form</source>
-        <translation type="unfinished">Formular</translation>
+        <translation>Formular</translation>
     </message>
     <message>
         <location line="+8"/>
         <source>Value field:</source>
-        <translation type="unfinished"></translation>
+        <translation>Wertfeld:</translation>
     </message>
     <message>
         <location line="+35"/>
         <source>Color ramp:</source>
-        <translation type="unfinished"></translation>
+        <translation>Farbverlauf:</translation>
     </message>
     <message>
         <location line="+35"/>
         <source>Item width:</source>
-        <translation type="unfinished"></translation>
+        <translation>Balkenbreite:</translation>
     </message>
     <message>
         <location line="+63"/>
         <location line="+67"/>
         <location filename="../../panels/diagram/TZRenderPanelHistogramDiagram.cpp" line="+64"/>
         <source>Point</source>
-        <translation type="unfinished">Punkt</translation>
+        <translation>Punkt</translation>
     </message>
     <message>
         <location line="-62"/>
         <location filename="../../panels/diagram/TZRenderPanelHistogramDiagram.cpp" line="+0"/>
         <source>MM</source>
-        <translation type="unfinished">mm</translation>
+        <translation>mm</translation>
     </message>
     <message>
         <location line="+5"/>
         <location filename="../../panels/diagram/TZRenderPanelHistogramDiagram.cpp" line="+0"/>
         <source>CM</source>
-        <translation type="unfinished">cm</translation>
+        <translation>cm</translation>
     </message>
     <message>
         <location line="+5"/>
         <location filename="../../panels/diagram/TZRenderPanelHistogramDiagram.cpp" line="+0"/>
         <source>Inch</source>
-        <translation type="unfinished">Zoll</translation>
+        <translation>Zoll</translation>
     </message>
     <message>
         <location line="+8"/>
         <source>Max height:</source>
-        <translation type="unfinished"></translation>
+        <translation>Max. Höhe:</translation>
     </message>
     <message>
         <location line="+63"/>
         <source>Show data</source>
-        <translation type="unfinished"></translation>
+        <translation>Werte anzeigen</translation>
     </message>
     <message>
         <location line="+7"/>
         <source>Vertical</source>
-        <translation type="unfinished"></translation>
+        <translation>Vertikal</translation>
     </message>
     <message>
         <location line="+13"/>
         <source>Horizontal</source>
-        <translation type="unfinished"></translation>
+        <translation>Horizontal</translation>
     </message>
     <message>
         <location filename="../../panels/diagram/TZRenderPanelHistogramDiagram.cpp" line="+22"/>
         <source>Histogram Diagram</source>
-        <translation type="unfinished"></translation>
+        <translation>Balkendiagramm</translation>
     </message>
 </context>
 <context>
@@ -1643,87 +1646,87 @@ Password:</source>
     <message>
         <location filename="../../forms/TZRenderPanelMatchToSymbolsInAStyle.ui" line="+6"/>
         <source>Form</source>
-        <translation type="unfinished">Formular</translation>
+        <translation>Formular</translation>
     </message>
     <message>
         <location line="+6"/>
         <source>Value Field:</source>
-        <translation type="unfinished">Wertfeld:</translation>
+        <translation>Wertfeld:</translation>
     </message>
     <message>
         <location line="+17"/>
         <source>Match to symbols in a style:</source>
-        <translation type="unfinished"></translation>
+        <translation>Mit Symbolen eines Stils abgleichen:</translation>
     </message>
     <message>
         <location line="+10"/>
         <source>symbol priority</source>
-        <translation type="unfinished">Symbolpriorität</translation>
+        <translation>Symbolpriorität</translation>
     </message>
     <message>
         <location line="+14"/>
         <source>Add all values</source>
-        <translation type="unfinished">Alle Werte hinzufügen</translation>
+        <translation>Alle Werte hinzufügen</translation>
     </message>
     <message>
         <location line="+6"/>
         <source>Add values</source>
-        <translation type="unfinished">Werte hinzufügen</translation>
+        <translation>Werte hinzufügen</translation>
     </message>
     <message>
         <location line="+6"/>
         <source>Delete values</source>
-        <translation type="unfinished">Werte löschen</translation>
+        <translation>Werte löschen</translation>
     </message>
     <message>
         <location line="+6"/>
         <source>Delete all values</source>
-        <translation type="unfinished">Alle Werte löschen</translation>
+        <translation>Alle Werte löschen</translation>
     </message>
     <message>
         <location line="+6"/>
         <source>More detail</source>
-        <translation type="unfinished"></translation>
+        <translation>Weitere Details</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>...</source>
-        <translation type="unfinished">...</translation>
+        <translation>...</translation>
     </message>
     <message>
         <location filename="../../panels/vector/TZRenderPanelMatchToSymbolsInAStyle.cpp" line="+53"/>
         <source>Match to symbols in a style</source>
-        <translation type="unfinished"></translation>
+        <translation>Mit Symbolen eines Stils abgleichen</translation>
     </message>
     <message>
         <location line="+6"/>
         <source>Symbols</source>
-        <translation type="unfinished">Symbole</translation>
+        <translation>Symbole</translation>
     </message>
     <message>
         <location line="+0"/>
         <source>Value</source>
-        <translation type="unfinished">Wert</translation>
+        <translation>Wert</translation>
     </message>
     <message>
         <location line="+0"/>
         <source>Label</source>
-        <translation type="unfinished">Legende</translation>
+        <translation>Legende</translation>
     </message>
     <message>
         <location line="+0"/>
         <source>Scale filter</source>
-        <translation type="unfinished"></translation>
+        <translation>Maßstabsfilter</translation>
     </message>
     <message>
         <location line="+0"/>
         <source>MinScale</source>
-        <translation type="unfinished"></translation>
+        <translation>Min. Maßstab</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>MaxScale</source>
-        <translation type="unfinished"></translation>
+        <translation>Max. Maßstab</translation>
     </message>
     <message>
         <location line="+182"/>
@@ -1731,29 +1734,31 @@ Password:</source>
         <location line="+13"/>
         <location line="+23"/>
         <source>Information</source>
-        <translation type="unfinished">Information</translation>
+        <translation>Information</translation>
     </message>
     <message>
         <location line="-46"/>
         <source>No matching values</source>
-        <translation type="unfinished"></translation>
+        <translation>Keine passenden Werte</translation>
     </message>
     <message>
         <location line="+10"/>
         <source>No other values</source>
-        <translation type="unfinished"></translation>
+        <translation>Keine weiteren Werte</translation>
     </message>
     <message>
         <location line="+13"/>
         <source>No items selected!</source>
-        <translation type="unfinished">Keine Einträge ausgewählt!</translation>
+        <translation>Keine Einträge ausgewählt!</translation>
     </message>
     <message>
         <location line="+24"/>
         <source>Style database: %1
 Styles of this layer&apos;s kind: %2
 Matched values: %3</source>
-        <translation type="unfinished"></translation>
+        <translation>Stildatenbank: %1
+Stile für diese Layerart: %2
+Zugeordnete Werte: %3</translation>
     </message>
 </context>
 <context>
@@ -1761,52 +1766,52 @@ Matched values: %3</source>
     <message>
         <location filename="../../forms/TZRenderPanelPieDiagram.ui" line="+14"/>
         <source>Form</source>
-        <translation type="unfinished">Formular</translation>
+        <translation>Formular</translation>
     </message>
     <message>
         <location line="+8"/>
         <source>Value Field:</source>
-        <translation type="unfinished">Wertfeld:</translation>
+        <translation>Wertfeld:</translation>
     </message>
     <message>
         <location line="+35"/>
         <source>Color Ramp:</source>
-        <translation type="unfinished">Farbverlauf:</translation>
+        <translation>Farbverlauf:</translation>
     </message>
     <message>
         <location line="+35"/>
         <source>Radius:</source>
-        <translation type="unfinished"></translation>
+        <translation>Radius:</translation>
     </message>
     <message>
         <location line="+50"/>
         <source>Point</source>
-        <translation type="unfinished">Punkt</translation>
+        <translation>Punkt</translation>
     </message>
     <message>
         <location line="+19"/>
         <source>Show Data</source>
-        <translation type="unfinished"></translation>
+        <translation>Werte anzeigen</translation>
     </message>
     <message>
         <location line="+19"/>
         <source>3D Options</source>
-        <translation type="unfinished"></translation>
+        <translation>3D-Optionen</translation>
     </message>
     <message>
         <location line="+6"/>
         <source>Show shadow</source>
-        <translation type="unfinished"></translation>
+        <translation>Schatten anzeigen</translation>
     </message>
     <message>
         <location line="+7"/>
         <source>Shadow thickness</source>
-        <translation type="unfinished"></translation>
+        <translation>Schattenstärke</translation>
     </message>
     <message>
         <location filename="../../panels/diagram/TZRenderPanelPieDiagram.cpp" line="+33"/>
         <source>Pie Diagram</source>
-        <translation type="unfinished"></translation>
+        <translation>Kreisdiagramm</translation>
     </message>
 </context>
 <context>
@@ -1814,67 +1819,67 @@ Matched values: %3</source>
     <message>
         <location filename="../../forms/TZRenderPanelRuleBased.ui" line="+14"/>
         <source>Form</source>
-        <translation type="unfinished">Formular</translation>
+        <translation>Formular</translation>
     </message>
     <message>
         <location line="+18"/>
         <source>Add a rule</source>
-        <translation type="unfinished"></translation>
+        <translation>Regel hinzufügen</translation>
     </message>
     <message>
         <location line="+3"/>
         <source>Add</source>
-        <translation type="unfinished">Hinzufügen</translation>
+        <translation>Hinzufügen</translation>
     </message>
     <message>
         <location line="+10"/>
         <source>Delete the selected rules</source>
-        <translation type="unfinished"></translation>
+        <translation>Ausgewählte Regeln löschen</translation>
     </message>
     <message>
         <location line="+3"/>
         <source>Delete</source>
-        <translation type="unfinished"></translation>
+        <translation>Löschen</translation>
     </message>
     <message>
         <location line="+10"/>
         <source>Move the selected rule up</source>
-        <translation type="unfinished"></translation>
+        <translation>Ausgewählte Regel nach oben verschieben</translation>
     </message>
     <message>
         <location line="+3"/>
         <source>Up</source>
-        <translation type="unfinished">Nach oben</translation>
+        <translation>Nach oben</translation>
     </message>
     <message>
         <location line="+10"/>
         <source>Move the selected rule down</source>
-        <translation type="unfinished"></translation>
+        <translation>Ausgewählte Regel nach unten verschieben</translation>
     </message>
     <message>
         <location line="+3"/>
         <source>Down</source>
-        <translation type="unfinished">Nach unten</translation>
+        <translation>Nach unten</translation>
     </message>
     <message>
         <location line="+29"/>
         <source>Rotate point symbols</source>
-        <translation type="unfinished"></translation>
+        <translation>Punktsymbole drehen</translation>
     </message>
     <message>
         <location filename="../../panels/vector/TZRenderPanelRuleBased.cpp" line="+27"/>
         <source>Rule-based</source>
-        <translation type="unfinished"></translation>
+        <translation>Regelbasiert</translation>
     </message>
     <message>
         <location line="+65"/>
         <source>Information</source>
-        <translation type="unfinished">Information</translation>
+        <translation>Information</translation>
     </message>
     <message>
         <location line="+0"/>
         <source>No items selected!</source>
-        <translation type="unfinished">Keine Einträge ausgewählt!</translation>
+        <translation>Keine Einträge ausgewählt!</translation>
     </message>
 </context>
 <context>
@@ -1925,37 +1930,37 @@ Matched values: %3</source>
     <message>
         <location filename="../../forms/TZRenderPanelStackDiagram.ui" line="+14"/>
         <source>Form</source>
-        <translation type="unfinished">Formular</translation>
+        <translation>Formular</translation>
     </message>
     <message>
         <location line="+8"/>
         <source>Value field:</source>
-        <translation type="unfinished"></translation>
+        <translation>Wertfeld:</translation>
     </message>
     <message>
         <location line="+35"/>
         <source>Color ramp:</source>
-        <translation type="unfinished"></translation>
+        <translation>Farbverlauf:</translation>
     </message>
     <message>
         <location line="+35"/>
         <source>Item width:</source>
-        <translation type="unfinished"></translation>
+        <translation>Balkenbreite:</translation>
     </message>
     <message>
         <location line="+50"/>
         <source>Max height:</source>
-        <translation type="unfinished"></translation>
+        <translation>Max. Höhe:</translation>
     </message>
     <message>
         <location line="+50"/>
         <source>Show data</source>
-        <translation type="unfinished"></translation>
+        <translation>Werte anzeigen</translation>
     </message>
     <message>
         <location filename="../../panels/diagram/TZRenderPanelStackDiagram.cpp" line="+33"/>
         <source>Stack Diagram</source>
-        <translation type="unfinished"></translation>
+        <translation>Gestapeltes Balkendiagramm</translation>
     </message>
 </context>
 <context>
@@ -1963,54 +1968,54 @@ Matched values: %3</source>
     <message>
         <location filename="../../forms/TZRenderPanelThermodynamicDiagram.ui" line="+20"/>
         <source>Thermodynamic Diagram</source>
-        <translation type="unfinished"></translation>
+        <translation>Heatmap</translation>
     </message>
     <message>
         <location line="+15"/>
         <source>Color ramp:</source>
-        <translation type="unfinished"></translation>
+        <translation>Farbverlauf:</translation>
     </message>
     <message>
         <location line="+23"/>
         <source>Radius:</source>
-        <translation type="unfinished"></translation>
+        <translation>Radius:</translation>
     </message>
     <message>
         <location line="+59"/>
         <source>Blur:</source>
-        <translation type="unfinished"></translation>
+        <translation>Weichzeichnung:</translation>
     </message>
     <message>
         <location line="+19"/>
         <source>Zero  mean to automatically</source>
-        <translation type="unfinished"></translation>
+        <translation>0 bedeutet automatisch</translation>
     </message>
     <message>
         <location filename="../../panels/diagram/TZRenderPanelThermodynamicDiagram.cpp" line="+15"/>
         <source>Point</source>
-        <translation type="unfinished">Punkt</translation>
+        <translation>Punkt</translation>
     </message>
     <message>
         <location line="+1"/>
         <location line="+3"/>
         <location line="+60"/>
         <source>MM</source>
-        <translation type="unfinished">mm</translation>
+        <translation>mm</translation>
     </message>
     <message>
         <location line="-62"/>
         <source>CM</source>
-        <translation type="unfinished">cm</translation>
+        <translation>cm</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>Inch</source>
-        <translation type="unfinished">Zoll</translation>
+        <translation>Zoll</translation>
     </message>
     <message>
         <location line="+17"/>
         <source>Heatmap</source>
-        <translation type="unfinished"></translation>
+        <translation>Heatmap</translation>
     </message>
 </context>
 <context>
@@ -2124,12 +2129,12 @@ Matched values: %3</source>
     <message>
         <location line="+14"/>
         <source>Warning</source>
-        <translation type="unfinished">Warnung</translation>
+        <translation>Warnung</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>The layer has no field &quot;%1&quot; that its unique values render classifies by. Its categories are shown but are not applied to another field: choose a field and add its values.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Layer hat kein Feld „%1“, nach dem seine Darstellung mit eindeutigen Werten klassifiziert. Die Kategorien werden angezeigt, aber nicht auf ein anderes Feld übertragen: Wählen Sie ein Feld und fügen Sie dessen Werte hinzu.</translation>
     </message>
 </context>
 <context>
@@ -2137,103 +2142,103 @@ Matched values: %3</source>
     <message>
         <location filename="../../forms/TZRenderPanelUniqueValuesByManyFields.ui" line="+6"/>
         <source>Form</source>
-        <translation type="unfinished">Formular</translation>
+        <translation>Formular</translation>
     </message>
     <message>
         <location line="+7"/>
         <source>Value Field:</source>
-        <translation type="unfinished">Wertfeld:</translation>
+        <translation>Wertfeld:</translation>
     </message>
     <message>
         <location line="+17"/>
         <source>Color Ramp:</source>
-        <translation type="unfinished">Farbverlauf:</translation>
+        <translation>Farbverlauf:</translation>
     </message>
     <message>
         <location line="+10"/>
         <source>OutLine:</source>
-        <translation type="unfinished">Umriss:</translation>
+        <translation>Umriss:</translation>
     </message>
     <message>
         <location line="+15"/>
         <location filename="../../panels/vector/TZRenderPanelUniqueValuesByManyFields.cpp" line="+319"/>
         <source>Point</source>
-        <translation type="unfinished">Punkt</translation>
+        <translation>Punkt</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>MM</source>
-        <translation type="unfinished">mm</translation>
+        <translation>mm</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>CM</source>
-        <translation type="unfinished">cm</translation>
+        <translation>cm</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>Inch</source>
-        <translation type="unfinished">Zoll</translation>
+        <translation>Zoll</translation>
     </message>
     <message>
         <location line="+8"/>
         <source>Default outline style</source>
-        <translation type="unfinished">Standard-Umrissstil</translation>
+        <translation>Standard-Umrissstil</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>...</source>
-        <translation type="unfinished">...</translation>
+        <translation>...</translation>
     </message>
     <message>
         <location line="+9"/>
         <source>symbol priority</source>
-        <translation type="unfinished">Symbolpriorität</translation>
+        <translation>Symbolpriorität</translation>
     </message>
     <message>
         <location line="+16"/>
         <source>Add all values</source>
-        <translation type="unfinished">Alle Werte hinzufügen</translation>
+        <translation>Alle Werte hinzufügen</translation>
     </message>
     <message>
         <location line="+6"/>
         <source>Add values</source>
-        <translation type="unfinished">Werte hinzufügen</translation>
+        <translation>Werte hinzufügen</translation>
     </message>
     <message>
         <location line="+6"/>
         <source>Delete values</source>
-        <translation type="unfinished">Werte löschen</translation>
+        <translation>Werte löschen</translation>
     </message>
     <message>
         <location line="+6"/>
         <source>Delete all values</source>
-        <translation type="unfinished">Alle Werte löschen</translation>
+        <translation>Alle Werte löschen</translation>
     </message>
     <message>
         <location line="+7"/>
         <source>Up</source>
-        <translation type="unfinished">Nach oben</translation>
+        <translation>Nach oben</translation>
     </message>
     <message>
         <location line="+7"/>
         <source>Down</source>
-        <translation type="unfinished">Nach unten</translation>
+        <translation>Nach unten</translation>
     </message>
     <message>
         <location filename="../../panels/vector/TZRenderPanelUniqueValuesByManyFields.cpp" line="-250"/>
         <source>Unique Values,Many Fields</source>
-        <translation type="unfinished"></translation>
+        <translation>Eindeutige Werte, mehrere Felder</translation>
     </message>
     <message>
         <location line="+195"/>
         <source>Information</source>
-        <translation type="unfinished">Information</translation>
+        <translation>Information</translation>
     </message>
     <message>
         <location line="+0"/>
         <source>No items selected!</source>
-        <translation type="unfinished">Keine Einträge ausgewählt!</translation>
+        <translation>Keine Einträge ausgewählt!</translation>
     </message>
 </context>
 <context>
@@ -2241,87 +2246,87 @@ Matched values: %3</source>
     <message>
         <location filename="../../forms/TZRuleBasedDialog.ui" line="+14"/>
         <source>Rule setting</source>
-        <translation type="unfinished"></translation>
+        <translation>Regeleinstellungen</translation>
     </message>
     <message>
         <location line="+6"/>
         <source>Style</source>
-        <translation type="unfinished"></translation>
+        <translation>Stil</translation>
     </message>
     <message>
         <location line="+22"/>
         <source>Choose the symbol</source>
-        <translation type="unfinished"></translation>
+        <translation>Symbol auswählen</translation>
     </message>
     <message>
         <location line="+3"/>
         <source>..</source>
-        <translation type="unfinished"></translation>
+        <translation>..</translation>
     </message>
     <message>
         <location line="+25"/>
         <source>Label</source>
-        <translation type="unfinished">Legende</translation>
+        <translation>Legende</translation>
     </message>
     <message>
         <location line="+10"/>
         <source>Filter</source>
-        <translation type="unfinished"></translation>
+        <translation>Filter</translation>
     </message>
     <message>
         <location line="+7"/>
         <source>Every feature</source>
-        <translation type="unfinished"></translation>
+        <translation>Alle Objekte</translation>
     </message>
     <message>
         <location line="+7"/>
         <source>Build the filter in the query builder</source>
-        <translation type="unfinished"></translation>
+        <translation>Filter im Abfrageeditor erstellen</translation>
     </message>
     <message>
         <location line="+3"/>
         <source>filter</source>
-        <translation type="unfinished"></translation>
+        <translation>Filter</translation>
     </message>
     <message>
         <location line="+9"/>
         <source>Scale filter</source>
-        <translation type="unfinished"></translation>
+        <translation>Maßstabsfilter</translation>
     </message>
     <message>
         <location line="+12"/>
         <source>Minimum scale</source>
-        <translation type="unfinished"></translation>
+        <translation>Minimaler Maßstab</translation>
     </message>
     <message>
         <location line="+7"/>
         <source>Scale denominator as a whole number, e.g. 1000000 for 1:1,000,000</source>
-        <translation type="unfinished"></translation>
+        <translation>Maßstabszahl als ganze Zahl, z. B. 1000000 für 1:1.000.000</translation>
     </message>
     <message>
         <location line="+10"/>
         <source>Maximum scale</source>
-        <translation type="unfinished"></translation>
+        <translation>Maximaler Maßstab</translation>
     </message>
     <message>
         <location line="+7"/>
         <source>Scale denominator as a whole number, e.g. 1000 for 1:1,000</source>
-        <translation type="unfinished"></translation>
+        <translation>Maßstabszahl als ganze Zahl, z. B. 1000 für 1:1.000</translation>
     </message>
     <message>
         <location filename="../../panels/vector/TZRuleBasedDialog.cpp" line="+78"/>
         <source>No symbol</source>
-        <translation type="unfinished"></translation>
+        <translation>Kein Symbol</translation>
     </message>
     <message>
         <location line="+35"/>
         <source>Information</source>
-        <translation type="unfinished">Information</translation>
+        <translation>Information</translation>
     </message>
     <message>
         <location line="+0"/>
         <source>Symbol can not be null</source>
-        <translation type="unfinished"></translation>
+        <translation>Es muss ein Symbol gewählt sein</translation>
     </message>
 </context>
 <context>
@@ -2329,32 +2334,32 @@ Matched values: %3</source>
     <message>
         <location filename="../../panels/vector/TZRuleBasedModel.cpp" line="+101"/>
         <source>Symbols</source>
-        <translation type="unfinished">Symbole</translation>
+        <translation>Symbole</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>Label</source>
-        <translation type="unfinished">Legende</translation>
+        <translation>Legende</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>Rule</source>
-        <translation type="unfinished"></translation>
+        <translation>Regel</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>Scale filter</source>
-        <translation type="unfinished"></translation>
+        <translation>Maßstabsfilter</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>Minimum scale</source>
-        <translation type="unfinished"></translation>
+        <translation>Minimaler Maßstab</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>Maximum scale</source>
-        <translation type="unfinished"></translation>
+        <translation>Maximaler Maßstab</translation>
     </message>
 </context>
 <context>
@@ -2509,7 +2514,7 @@ Matched values: %3</source>
     <message>
         <location line="+11"/>
         <source>Cancel</source>
-        <translation type="unfinished">Abbrechen</translation>
+        <translation>Abbrechen</translation>
     </message>
 </context>
 <context>
@@ -2517,43 +2522,43 @@ Matched values: %3</source>
     <message>
         <location filename="../../forms/TzImageRenderClassDialog.ui" line="+14"/>
         <source>Dialog</source>
-        <translation type="unfinished"></translation>
+        <translation>Dialog</translation>
     </message>
     <message>
         <location line="+6"/>
         <source>Classes</source>
-        <translation type="unfinished"></translation>
+        <translation>Klassen</translation>
     </message>
     <message>
         <location line="+17"/>
         <source>Color</source>
-        <translation type="unfinished"></translation>
+        <translation>Farbe</translation>
     </message>
     <message>
         <location line="+29"/>
         <source>Display Nodata as</source>
-        <translation type="unfinished"></translation>
+        <translation>NoData anzeigen als</translation>
     </message>
     <message>
         <location filename="../../panels/raster/TzImageRenderClassDialog.cpp" line="+39"/>
         <source>Image Class</source>
-        <translation type="unfinished"></translation>
+        <translation>Bild: Klassen</translation>
     </message>
     <message>
         <location line="+131"/>
         <location line="+8"/>
         <source>Warning</source>
-        <translation type="unfinished">Warnung</translation>
+        <translation>Warnung</translation>
     </message>
     <message>
         <location line="-8"/>
         <source>Data is not standard!</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Daten sind ungültig!</translation>
     </message>
     <message>
         <location line="+8"/>
         <source>Data is out of bound!</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Daten liegen außerhalb des gültigen Bereichs!</translation>
     </message>
 </context>
 <context>
@@ -2561,17 +2566,17 @@ Matched values: %3</source>
     <message>
         <location filename="../../forms/TzImageRenderColormapDialog.ui" line="+14"/>
         <source>Dialog</source>
-        <translation type="unfinished"></translation>
+        <translation>Dialog</translation>
     </message>
     <message>
         <location line="+18"/>
         <source>Display Nodata as</source>
-        <translation type="unfinished"></translation>
+        <translation>NoData anzeigen als</translation>
     </message>
     <message>
         <location filename="../../panels/raster/TzImageRenderColormapDialog.cpp" line="+33"/>
         <source>Image Colormap</source>
-        <translation type="unfinished"></translation>
+        <translation>Bild: Farbtabelle</translation>
     </message>
 </context>
 <context>
@@ -2579,89 +2584,89 @@ Matched values: %3</source>
     <message>
         <location filename="../../forms/TzImageRenderStretchDialog.ui" line="+6"/>
         <source>Dialog</source>
-        <translation type="unfinished"></translation>
+        <translation>Dialog</translation>
     </message>
     <message>
         <location line="+6"/>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Stretch Method&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Streckungsmethode&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <location line="+13"/>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Color&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Farbe&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <location line="+13"/>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Min Value&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Minimalwert&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <location line="+14"/>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Max Value&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Maximalwert&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <location line="+14"/>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Standard Value&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Standardabweichungen&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <location line="+7"/>
         <source>2.5</source>
-        <translation type="unfinished"></translation>
+        <translation>2.5</translation>
     </message>
     <message>
         <location line="+7"/>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Left Stretch Value&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Linker Streckungswert&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <location line="+7"/>
         <location line="+14"/>
         <source>0.5</source>
-        <translation type="unfinished"></translation>
+        <translation>0.5</translation>
     </message>
     <message>
         <location line="-7"/>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Right Stretch Value&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Rechter Streckungswert&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <location line="+16"/>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Display Nodata as&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;NoData anzeigen als&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <location line="+22"/>
         <source>Histogram</source>
-        <translation type="unfinished"></translation>
+        <translation>Histogramm</translation>
     </message>
     <message>
         <location filename="../../panels/raster/TzImageRenderStretchDialog.cpp" line="+49"/>
         <location line="+71"/>
         <source>Min And Max Value Stretch</source>
-        <translation type="unfinished"></translation>
+        <translation>Min-Max-Streckung</translation>
     </message>
     <message>
         <location line="-70"/>
         <source>Standard Deviation Stretch</source>
-        <translation type="unfinished"></translation>
+        <translation>Standardabweichungs-Streckung</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>Percent Clip Stretch</source>
-        <translation type="unfinished"></translation>
+        <translation>Prozent-Clip-Streckung</translation>
     </message>
     <message>
         <location line="+22"/>
         <source>Image Stretch</source>
-        <translation type="unfinished"></translation>
+        <translation>Bild: Streckung</translation>
     </message>
     <message>
         <location line="+111"/>
         <source>Reading the band...</source>
-        <translation type="unfinished"></translation>
+        <translation>Band wird gelesen...</translation>
     </message>
 </context>
 <context>
@@ -2669,17 +2674,17 @@ Matched values: %3</source>
     <message>
         <location filename="../../panels/raster/TzImageRenderTableDialog.cpp" line="+106"/>
         <source>Reading the raster...</source>
-        <translation type="unfinished"></translation>
+        <translation>Raster wird gelesen...</translation>
     </message>
     <message>
         <location line="+8"/>
         <source>Warning</source>
-        <translation type="unfinished">Warnung</translation>
+        <translation>Warnung</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>The raster cannot be shown this way: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Raster kann so nicht dargestellt werden: %1</translation>
     </message>
 </context>
 <context>
@@ -2687,42 +2692,42 @@ Matched values: %3</source>
     <message>
         <location filename="../../forms/TzImageRenderUniqueDialog.ui" line="+14"/>
         <source>Dialog</source>
-        <translation type="unfinished"></translation>
+        <translation>Dialog</translation>
     </message>
     <message>
         <location line="+6"/>
         <source>Color</source>
-        <translation type="unfinished"></translation>
+        <translation>Farbe</translation>
     </message>
     <message>
         <location line="+29"/>
         <source>Display Nodata as</source>
-        <translation type="unfinished"></translation>
+        <translation>NoData anzeigen als</translation>
     </message>
     <message>
         <location filename="../../panels/raster/TzImageRenderUniqueDialog.cpp" line="+38"/>
         <source>Image Unique</source>
-        <translation type="unfinished"></translation>
+        <translation>Bild: Eindeutige Werte</translation>
     </message>
     <message>
         <location line="+38"/>
         <source>Warning</source>
-        <translation type="unfinished">Warnung</translation>
+        <translation>Warnung</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>This data big, get unique data is slowly,would you like to continus?</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datenmenge ist groß, das Ermitteln der eindeutigen Werte kann lange dauern. Möchten Sie fortfahren?</translation>
     </message>
     <message>
         <location line="+9"/>
         <source>Information</source>
-        <translation type="unfinished">Information</translation>
+        <translation>Information</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>The band has more than %1 distinct values. The scan stopped there, so the table is incomplete: values not listed are not drawn.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Band hat mehr als %1 verschiedene Werte. Die Suche wurde dort beendet, daher ist die Tabelle unvollständig: Nicht aufgeführte Werte werden nicht gezeichnet.</translation>
     </message>
 </context>
 <context>
@@ -2730,37 +2735,37 @@ Matched values: %3</source>
     <message>
         <location filename="../../forms/TzImgRenderMultiStretchDialog.ui" line="+6"/>
         <source>Dialog</source>
-        <translation type="unfinished"></translation>
+        <translation>Dialog</translation>
     </message>
     <message>
         <location line="+2"/>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Band&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Band&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <location line="+3"/>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Min&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Min.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <location line="+3"/>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Max&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Max.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <location line="+3"/>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Display Background as&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Hintergrund anzeigen als&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <location line="+4"/>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Display Nodata as&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;NoData anzeigen als&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <location filename="../../panels/raster/TzImgRenderMultiStretchDialog.cpp" line="+35"/>
         <source>Image Stretch</source>
-        <translation type="unfinished"></translation>
+        <translation>Bild: Streckung</translation>
     </message>
 </context>
 <context>
@@ -2768,123 +2773,123 @@ Matched values: %3</source>
     <message>
         <location filename="../../forms/TzImgRenderRGBCompositeDialog.ui" line="+6"/>
         <source>Dialog</source>
-        <translation type="unfinished"></translation>
+        <translation>Dialog</translation>
     </message>
     <message>
         <location line="+2"/>
         <source>Statistics</source>
-        <translation type="unfinished"></translation>
+        <translation>Statistik</translation>
     </message>
     <message>
         <location line="+2"/>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Min&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Min.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Max&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Max.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Mean&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Mittelwert&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Std Dev&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Std.-Abw.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Red&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Rot&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <location line="+5"/>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Green&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Grün&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <location line="+5"/>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Blue&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Blau&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <location line="+13"/>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Display Background as&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Hintergrund anzeigen als&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <location line="+4"/>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Display Nodata as&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;NoData anzeigen als&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <location line="+4"/>
         <source>Stretch</source>
-        <translation type="unfinished"></translation>
+        <translation>Streckung</translation>
     </message>
     <message>
         <location line="+2"/>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Type:&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Typ:&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <location line="+3"/>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;min:&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Min.:&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <location line="+1"/>
         <location line="+2"/>
         <source>0.5</source>
-        <translation type="unfinished"></translation>
+        <translation>0.5</translation>
     </message>
     <message>
         <location line="-1"/>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;max:&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Max.:&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <location line="+6"/>
         <source>Histogram</source>
-        <translation type="unfinished"></translation>
+        <translation>Histogramm</translation>
     </message>
     <message>
         <location filename="../../panels/raster/TzImgRenderRGBCompositeDialog.cpp" line="+38"/>
         <source>None</source>
-        <translation type="unfinished"></translation>
+        <translation>Keine</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>Percent Clip</source>
-        <translation type="unfinished"></translation>
+        <translation>Prozent-Clip</translation>
     </message>
     <message>
         <location line="+19"/>
         <source>Image RGBComposite</source>
-        <translation type="unfinished"></translation>
+        <translation>Bild: RGB-Komposit</translation>
     </message>
     <message>
         <location line="+77"/>
         <source>Red</source>
-        <translation type="unfinished"></translation>
+        <translation>Rot</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>Green</source>
-        <translation type="unfinished"></translation>
+        <translation>Grün</translation>
     </message>
     <message>
         <location line="+1"/>
         <source>Blue</source>
-        <translation type="unfinished"></translation>
+        <translation>Blau</translation>
     </message>
     <message>
         <location line="+2"/>
         <source>Alpha</source>
-        <translation type="unfinished"></translation>
+        <translation>Alpha</translation>
     </message>
 </context>
 <context>
@@ -2892,12 +2897,12 @@ Matched values: %3</source>
     <message>
         <location filename="../../panels/raster/TzModelBandCheckList.cpp" line="+78"/>
         <source>Channel</source>
-        <translation type="unfinished"></translation>
+        <translation>Kanal</translation>
     </message>
     <message>
         <location line="+2"/>
         <source>Band</source>
-        <translation type="unfinished"></translation>
+        <translation>Band</translation>
     </message>
 </context>
 <context>
@@ -2905,12 +2910,12 @@ Matched values: %3</source>
     <message>
         <location filename="../../panels/raster/TzRasterBandReader.cpp" line="+27"/>
         <source>Computing the statistics of band %1...</source>
-        <translation type="unfinished"></translation>
+        <translation>Statistik von Band %1 wird berechnet...</translation>
     </message>
     <message>
         <location line="+29"/>
         <source>Computing the band histograms...</source>
-        <translation type="unfinished"></translation>
+        <translation>Histogramme der Bänder werden berechnet...</translation>
     </message>
 </context>
 <context>
@@ -2918,12 +2923,12 @@ Matched values: %3</source>
     <message>
         <location filename="../../panels/raster/TzSlotGuard.h" line="+21"/>
         <source>Unknown error</source>
-        <translation type="unfinished"></translation>
+        <translation>Unbekannter Fehler</translation>
     </message>
     <message>
         <location line="+2"/>
         <source>Error!</source>
-        <translation type="unfinished">Fehler!</translation>
+        <translation>Fehler!</translation>
     </message>
 </context>
 <context>
