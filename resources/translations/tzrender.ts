@@ -267,7 +267,7 @@
 <context>
     <name>TZFeatureLayerDrawer</name>
     <message>
-        <location filename="../../app/TZFeatureLayerDrawer.cpp" line="+284"/>
+        <location filename="../../app/TZFeatureLayerDrawer.cpp" line="+307"/>
         <source>The %1 render could not draw the layer.</source>
         <translation type="unfinished"></translation>
     </message>
@@ -522,15 +522,21 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+69"/>
+        <location line="+58"/>
+        <location line="+130"/>
+        <source>Opening the data...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="-108"/>
         <location line="+17"/>
         <location line="+33"/>
-        <location line="+66"/>
+        <location line="+73"/>
         <source>Error!</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="-103"/>
+        <location line="-110"/>
         <source>Opening the project...</source>
         <translation type="unfinished"></translation>
     </message>
@@ -565,7 +571,7 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+33"/>
+        <location line="+40"/>
         <source>Open Project</source>
         <translation type="unfinished"></translation>
     </message>
