@@ -41,13 +41,14 @@ QRect paintedRect(const QImage& image)
     return right < 0 ? QRect() : QRect(QPoint(left, top), QPoint(right, bottom));
 }
 
+#ifdef __SSE2__
 // Blends count premultiplied ARGB pixels (a multiple of four) of source
 // over destination as QPainter's source-over does, rounding alike:
 // d = s + d * (255 - alpha of s) / 255, on the red and blue bytes and on
-// the alpha and green bytes of each pixel side by side.
+// the alpha and green bytes of each pixel side by side. Without SSE2 (not
+// an x86 processor) QPainter blends the copies instead.
 void blendOver(quint32* destination, const quint32* source, int count)
 {
-#ifdef __SSE2__
     const __m128i redBlue = _mm_set1_epi32(0x00ff00ff);
     const __m128i half = _mm_set1_epi16(0x80);
     const __m128i opaque = _mm_set1_epi16(0xff);
@@ -63,19 +64,8 @@ void blendOver(quint32* destination, const quint32* source, int count)
         ag = _mm_andnot_si128(redBlue, _mm_add_epi16(_mm_add_epi16(ag, _mm_srli_epi16(ag, 8)), half));
         _mm_storeu_si128(at, _mm_add_epi8(s, _mm_or_si128(rb, ag)));
     }
-#else
-    for (int i = 0; i < count; ++i) {
-        const quint32 s = source[i];
-        const quint32 rest = 255 - (s >> 24);
-        const quint32 d = destination[i];
-        quint32 rb = (d & 0x00ff00ffu) * rest;
-        rb = ((rb + ((rb >> 8) & 0x00ff00ffu) + 0x00800080u) >> 8) & 0x00ff00ffu;
-        quint32 ag = ((d >> 8) & 0x00ff00ffu) * rest;
-        ag = (ag + ((ag >> 8) & 0x00ff00ffu) + 0x00800080u) & 0xff00ff00u;
-        destination[i] = s + (rb | ag);
-    }
-#endif
 }
+#endif
 
 // Asks for the memory at address to be brought into the cache.
 inline void prefetch(const void* address)
@@ -114,6 +104,7 @@ TEPointSymbolCache::Run::Run(TEPointSymbolCache& cache, QPainter* painter)
     mCopies = true;
     mDpi = qRound(TEStyle::DeviceDpi(painter));
     mAntialiased = painter->testRenderHint(QPainter::Antialiasing);
+#ifdef __SSE2__
     if (device->devType() != QInternal::Image || painter->hasClipping() || painter->opacity() != 1.0)
         return;
     auto* image = static_cast<QImage*>(device);
@@ -125,6 +116,7 @@ TEPointSymbolCache::Run::Run(TEPointSymbolCache& cache, QPainter* painter)
     mStride = image->bytesPerLine() / qsizetype(sizeof(quint32));
     mBounds = image->rect();
     mShift = QPoint(int(transform.dx()), int(transform.dy()));
+#endif
 }
 
 bool TEPointSymbolCache::Run::DrawPoint(const TEStyle* style, const QPointF& device, double angle)
@@ -174,11 +166,16 @@ void TEPointSymbolCache::Run::Flush()
 
 void TEPointSymbolCache::Run::blend(const Blend& blend) const
 {
+#ifdef __SSE2__
     const QRect& box = blend.sprite->box;
     quint32* row = blend.target;
     const quint32* source = blend.sprite->pixels;
     for (int y = 0; y < box.height(); ++y, row += mStride, source += box.width())
         blendOver(row, source, box.width());
+#else
+    // Nothing waits: without SSE2 there are no image bits to blend into.
+    Q_UNUSED(blend);
+#endif
 }
 
 void TEPointSymbolCache::Run::copy(const Sprite& sprite, const QPoint& pixel)
