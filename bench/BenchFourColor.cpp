@@ -7,6 +7,8 @@
 // Usage: bench_four_color [folder]   (default: <temp>/tzrender-bench-fourcolor;
 // the GeoPackages are made once and reused by later runs)
 
+#include "BenchSupport.h"
+
 #include "TZFourColorJob.h"
 
 #include "data/TEFeatureLayer.h"
@@ -32,6 +34,8 @@
 using namespace TZObjects;
 
 namespace {
+
+using BenchSupport::median;
 
 constexpr int kRepeats = 3;
 constexpr double kCellSize = 10.0;  // map units per average cell side
@@ -194,12 +198,6 @@ void resetPeak()
     QFile clear(QStringLiteral("/proc/self/clear_refs"));
     if (clear.open(QIODevice::WriteOnly))
         clear.write("5");
-}
-
-double median(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
 }
 
 struct Run

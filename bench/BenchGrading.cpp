@@ -34,31 +34,11 @@ constexpr int kFeatureCount = 1000000;
 constexpr int kLevel = 12;
 constexpr int kRepeats = 5;
 
-struct Comparison
-{
-    double ours = 0.0;       // ms, the median run
-    double reference = 0.0;  // ms, the median run
-    double ratio = 0.0;      // median of the paired ratios
-};
+using BenchSupport::Comparison;
 
-// Runs ours and the reference alternately, kRepeats pairs after one warm-up
-// pair, so that a load on the machine weighs on both sides of each ratio.
 Comparison compare(const std::function<double()>& ours, const std::function<double()>& reference)
 {
-    ours();
-    reference();
-    std::vector<double> oursRuns;
-    std::vector<double> referenceRuns;
-    std::vector<double> ratios;
-    for (int i = 0; i < kRepeats; ++i) {
-        referenceRuns.push_back(reference());
-        oursRuns.push_back(ours());
-        ratios.push_back(oursRuns.back() / referenceRuns.back());
-    }
-    std::sort(oursRuns.begin(), oursRuns.end());
-    std::sort(referenceRuns.begin(), referenceRuns.end());
-    std::sort(ratios.begin(), ratios.end());
-    return {oursRuns[kRepeats / 2], referenceRuns[kRepeats / 2], ratios[kRepeats / 2]};
+    return BenchSupport::compare(ours, reference, kRepeats);
 }
 
 // The wait dialog's platform notices would bury the figures.

@@ -40,19 +40,12 @@ using namespace TZObjects;
 
 namespace {
 
+using BenchSupport::threadMs;
+
 constexpr int kPointCount = 1000000;
 constexpr int kPolygonCount = 3000;
 constexpr int kRepeats = 5;
 const QSize kView(1920, 1080);
-
-// The CPU time of this thread in ms: the machine the figures come from is
-// shared, and wall time there measures the neighbours as much as the code.
-double threadMs()
-{
-    timespec now{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-    return now.tv_sec * 1e3 + now.tv_nsec / 1e6;
-}
 
 // Median of kRepeats runs after a warm-up (thread CPU time).
 double medianMs(const std::function<void()>& run)

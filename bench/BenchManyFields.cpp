@@ -40,40 +40,13 @@ constexpr int kCodes = 100000;
 constexpr int kSymbols = 1000;
 constexpr int kRepeats = 5;
 
-// Median of kRepeats paired runs after one warm-up pair, reference first in
-// each pair, so that load on the machine weighs on both sides; returns the
-// median ratio and the median times.
-struct Comparison
-{
-    double oursMs = 0.0;
-    double referenceMs = 0.0;
-    double ratio = 0.0;
-};
+using BenchSupport::Comparison;
 
-double timed(const std::function<void()>& run)
-{
-    QElapsedTimer timer;
-    timer.start();
-    run();
-    return timer.nsecsElapsed() / 1e6;
-}
-
+// Paired runs of ours and the reference, timed on the wall clock.
 Comparison compare(const std::function<void()>& ours, const std::function<void()>& reference)
 {
-    ours();
-    reference();
-    std::vector<double> o;
-    std::vector<double> r;
-    std::vector<double> ratios;
-    for (int i = 0; i < kRepeats; ++i) {
-        r.push_back(timed(reference));
-        o.push_back(timed(ours));
-        ratios.push_back(o.back() / r.back());
-    }
-    std::sort(o.begin(), o.end());
-    std::sort(r.begin(), r.end());
-    std::sort(ratios.begin(), ratios.end());
-    return {o[kRepeats / 2], r[kRepeats / 2], ratios[kRepeats / 2]};
+    return BenchSupport::compare([&] { return BenchSupport::timedMs(ours); },
+                                 [&] { return BenchSupport::timedMs(reference); }, kRepeats);
 }
 
 } // namespace
@@ -115,14 +88,14 @@ int main(int argc, char** argv)
     const bool pushedDown = table->GetLastMethod() == TEFeatureTable::Method::PushDown;
     std::printf("  combined keys a,b  %8.2f ms (%d keys, %s)  vs SQLite GROUP BY a, b %8.2f ms  ratio %5.2fx  "
                 "(target < 1.5x: %s)\n",
-                combined.oursMs, keys.size(), pushedDown ? "pushed down" : "scanned", combined.referenceMs,
+                combined.ours, keys.size(), pushedDown ? "pushed down" : "scanned", combined.reference,
                 combined.ratio, combined.ratio < 1.5 ? "met" : "MISSED");
 
     // The same keys, counts and order as a scan of every feature.
     QStringList scanKeys;
     std::vector<int> scanCounts;
     table->SetMethod(TEFeatureTable::Method::Cursor);
-    const double scanMs = timed(
+    const double scanMs = BenchSupport::timedMs(
         [&] { table->GetKeyTexts(fields, QStringLiteral(","), layer->query_filter(), scanKeys, scanCounts); });
     table->SetMethod(TEFeatureTable::Method::Automatic);
     const bool identical = scanKeys == keys && scanCounts == counts;
@@ -143,10 +116,10 @@ int main(int argc, char** argv)
     std::vector<TEString> distinct;
     const Comparison matching = compare([&] { matched = model.matchAllValues(nullptr); },
                                         [&] { table->GetDistinctValues(TEString(L"code"), distinct); });
-    const double overhead = matching.oursMs - matching.referenceMs;
+    const double overhead = matching.ours - matching.reference;
     std::printf("  match to symbols   %8.2f ms (%d of %zu values matched)  vs the distinct query %8.2f ms: "
                 "%.2f ms on top (target < 1000 ms: %s)\n",
-                matching.oursMs, matched, distinct.size(), matching.referenceMs, overhead,
+                matching.ours, matched, distinct.size(), matching.reference, overhead,
                 overhead < 1000.0 ? "met" : "MISSED");
     sqlite3_close(db);
     return identical ? 0 : 2;

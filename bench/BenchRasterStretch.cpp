@@ -12,6 +12,8 @@
 // Usage: bench_raster_stretch [folder]   (default: <temp>/tzrender-bench-raster;
 // the rasters are made once and reused by later runs)
 
+#include "BenchSupport.h"
+
 #include "TZLayerDrawer.h"
 #include "TZMapViewport.h"
 #include "TzRasterBandReader.h"
@@ -39,6 +41,8 @@
 using namespace TZObjects;
 
 namespace {
+
+using BenchSupport::median;
 
 constexpr int kSide = 10000;
 constexpr int kRepeats = 3;
@@ -112,12 +116,6 @@ double measure(const std::function<void()>& step, long& peakKb)
     const double ms = double(timer.nsecsElapsed()) / 1e6;
     peakKb = statusKb("VmHWM:") - before;
     return ms;
-}
-
-double median(std::vector<double> v)
-{
-    std::sort(v.begin(), v.end());
-    return v[v.size() / 2];
 }
 
 // What a step found: the statistics and a digest of the histogram, so that

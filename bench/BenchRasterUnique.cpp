@@ -8,6 +8,8 @@
 // Usage: bench_raster_unique [folder]   (default: <temp>/tzrender-bench-raster;
 // the raster is made once and reused by later runs)
 
+#include "BenchSupport.h"
+
 #include "data/TEGdalSupport.h"
 #include "data/TERasterProps.h"
 #include "renders/TEImageUniqueRenderInfo.h"
@@ -27,6 +29,8 @@
 using namespace TZObjects;
 
 namespace {
+
+using BenchSupport::median;
 
 constexpr int kSide = 5000;
 constexpr int kRepeats = 5;
@@ -107,12 +111,6 @@ Run timeHistogram(const QString& path, int minimum, int maximum)
     }
     run.ms = timer.nsecsElapsed() / 1e6;
     return run;
-}
-
-double median(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
 }
 
 } // namespace

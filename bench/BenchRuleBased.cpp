@@ -69,31 +69,11 @@ double drawOnce(TEFeatureLayer* layer, bool brokenRuleExpected)
     return ms;
 }
 
-struct Comparison
-{
-    double ours = 0.0;
-    double reference = 0.0;
-    double ratio = 0.0;
-};
+using BenchSupport::Comparison;
 
-// Runs ours and the reference alternately, kRepeats pairs after one warm-up
-// pair, and keeps the medians.
 Comparison compare(const std::function<double()>& ours, const std::function<double()>& reference)
 {
-    ours();
-    reference();
-    std::vector<double> oursRuns;
-    std::vector<double> referenceRuns;
-    std::vector<double> ratios;
-    for (int i = 0; i < kRepeats; ++i) {
-        referenceRuns.push_back(reference());
-        oursRuns.push_back(ours());
-        ratios.push_back(oursRuns.back() / referenceRuns.back());
-    }
-    std::sort(oursRuns.begin(), oursRuns.end());
-    std::sort(referenceRuns.begin(), referenceRuns.end());
-    std::sort(ratios.begin(), ratios.end());
-    return {oursRuns[kRepeats / 2], referenceRuns[kRepeats / 2], ratios[kRepeats / 2]};
+    return BenchSupport::compare(ours, reference, kRepeats);
 }
 
 TERefPtr<TERuleBasedSymbolRender> fiveRules()

@@ -1,12 +1,15 @@
 #include "BenchSupport.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 
 #include <gdal.h>
 #include <ogr_srs_api.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <ctime>
 #include <string>
 
 namespace BenchSupport {
@@ -90,6 +93,42 @@ size_t sqliteRows(sqlite3* db, const char* sql)
     }
     sqlite3_finalize(statement);
     return rows;
+}
+
+double median(std::vector<double> values)
+{
+    std::sort(values.begin(), values.end());
+    return values.empty() ? 0.0 : values[values.size() / 2];
+}
+
+double threadMs()
+{
+    timespec now{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return now.tv_sec * 1e3 + now.tv_nsec / 1e6;
+}
+
+double timedMs(const std::function<void()>& run)
+{
+    QElapsedTimer timer;
+    timer.start();
+    run();
+    return timer.nsecsElapsed() / 1e6;
+}
+
+Comparison compare(const std::function<double()>& ours, const std::function<double()>& reference, int repeats)
+{
+    ours();
+    reference();
+    std::vector<double> oursRuns;
+    std::vector<double> referenceRuns;
+    std::vector<double> ratios;
+    for (int i = 0; i < repeats; ++i) {
+        referenceRuns.push_back(reference());
+        oursRuns.push_back(ours());
+        ratios.push_back(oursRuns.back() / referenceRuns.back());
+    }
+    return {median(oursRuns), median(referenceRuns), median(ratios)};
 }
 
 long residentKb()

@@ -10,7 +10,8 @@
 #include <vector>
 
 // What the benchmark programs share: the generated GeoPackage of points they
-// time against, and SQLite run directly on the same file as the reference.
+// time against, SQLite run directly on the same file as the reference, and
+// the timing of paired runs.
 namespace BenchSupport {
 
 struct Field
@@ -38,5 +39,25 @@ long residentKb();
 // Runs sql and reads every row's first column as text, as a client would;
 // gives the number of rows (0 and a message on stderr on failure).
 size_t sqliteRows(sqlite3* db, const char* sql);
+
+// The median of values (of an even count, the upper middle one).
+double median(std::vector<double> values);
+// This thread's CPU time in ms: on a shared machine wall time measures the
+// neighbours as much as the code.
+double threadMs();
+// The wall time of one run, in ms.
+double timedMs(const std::function<void()>& run);
+
+// Medians of the times of ours and of a reference, and of their ratios.
+struct Comparison
+{
+    double ours = 0.0;
+    double reference = 0.0;
+    double ratio = 0.0;
+};
+// Runs ours and reference (each giving its time in ms) alternately,
+// repeats pairs after one warm-up pair, the reference first in each, so
+// that a load on the machine weighs on both sides of each ratio.
+Comparison compare(const std::function<double()>& ours, const std::function<double()>& reference, int repeats);
 
 } // namespace BenchSupport

@@ -49,6 +49,10 @@ using namespace TZObjects;
 
 namespace {
 
+using BenchSupport::threadMs;
+
+using BenchSupport::median;
+
 constexpr int kPointCount = 1000000;
 constexpr int kTowns = 3000;
 constexpr int kRepeats = 5;
@@ -56,13 +60,6 @@ const QSize kView(1920, 1080);
 constexpr double kRatioTarget = 4.0;
 constexpr double kTimeTargetMs = 1500.0;
 constexpr double kFirstPartialTargetMs = 300.0;
-
-double threadMs()
-{
-    timespec now{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-    return now.tv_sec * 1e3 + now.tv_nsec / 1e6;
-}
 
 struct Timing
 {
@@ -77,12 +74,6 @@ Timing timeOnce(const std::function<void()>& run)
     clock.start();
     run();
     return {clock.nsecsElapsed() / 1e6, threadMs() - cpu};
-}
-
-double median(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
 }
 
 // Deterministic pseudo-random numbers in [0, 1) from a state.

@@ -44,6 +44,8 @@ using namespace TZObjects;
 
 namespace {
 
+using BenchSupport::median;
+
 constexpr int kClassCount = 100000;
 constexpr int kRepeats = 5;
 
@@ -77,12 +79,6 @@ Measure measure(const std::function<void()>& step)
     step();
     QCoreApplication::processEvents();
     return {timer.nsecsElapsed() / 1e6, (BenchSupport::residentKb() - before) / 1024.0};
-}
-
-double median(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
 }
 
 double timed(const std::function<bool()>& step)
