@@ -91,13 +91,14 @@ bool TZFeatureLayerDrawer::draw(QPainter* painter, const TZMapViewport& viewport
     // Features drawn one by one as they come are read in batches where
     // the source gives them fast; their ids only where the style or the
     // rotation may read them.
-    const bool withIds = !styleFollowsFieldValues() || (mRender && mRender->IsRotateByField());
+    const bool followsFields = styleFollowsFieldValues();
+    const bool withIds = !followsFields || (mRender && mRender->IsRotateByField());
     const TERefPtr<TEFeatureBatchCursor> batches = wholeLayer || diagram || byPriority
         ? TERefPtr<TEFeatureBatchCursor>()
         : mLayer->SearchBatches(filter, nullptr, withIds);
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing, true);
-    const bool finished = batches ? drawBatches(painter, batches.get(), context)
+    const bool finished = batches ? drawBatches(painter, batches.get(), context, followsFields)
                                   : drawFeatures(painter, filter, context, diagram, byPriority);
     painter->restore();
     if (!finished)
@@ -172,12 +173,9 @@ bool TZFeatureLayerDrawer::drawFeatures(QPainter* painter, const TEQueryFilter& 
     return !diagram || drawDiagrams(painter, diagram, diagrams, context);
 }
 
-bool TZFeatureLayerDrawer::drawBatches(QPainter* painter, TEFeatureBatchCursor* batches, const TEDrawContext& context)
+bool TZFeatureLayerDrawer::drawBatches(QPainter* painter, TEFeatureBatchCursor* batches, const TEDrawContext& context,
+                                       bool remember)
 {
-    // Where the style of a feature follows from the values of the fields
-    // the render uses, the render is asked once per distinct set of values
-    // and its answer reused.
-    const bool remember = styleFollowsFieldValues();
     const bool rotates = mRender && mRender->IsRotateByField();
     // The styles chosen so far, numbered as their values' keys.
     TEKeyIndex keys;

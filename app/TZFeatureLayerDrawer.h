@@ -68,9 +68,12 @@ private:
     // priority passes or the diagrams.
     bool drawFeatures(QPainter* painter, const TZObjects::TEQueryFilter& filter, const TZObjects::TEDrawContext& context,
                       TZObjects::TEDiagramRender* diagram, bool byPriority);
-    // The features read in batches, each drawn as it comes.
+    // The features read in batches, each drawn as it comes. Where remember
+    // is set (the style follows the values of the fields the render uses),
+    // the render is asked once per distinct set of values and its answer
+    // reused.
     bool drawBatches(QPainter* painter, TZObjects::TEFeatureBatchCursor* batches,
-                     const TZObjects::TEDrawContext& context);
+                     const TZObjects::TEDrawContext& context, bool remember);
     bool drawByPriority(QPainter* painter, const std::vector<Pending>& pending, const QTransform& toDevice,
                         const TZObjects::TETrackCancel* cancel);
     bool drawDiagrams(QPainter* painter, TZObjects::TEDiagramRender* render,

@@ -56,6 +56,13 @@ TERefPtr<TEFeatureBatchCursor> TEFeatureBatchCursor::Open(TEHandlePool::Lease da
 bool TEFeatureBatchCursor::start(bool withIds)
 {
     OGR_L_ResetReading(mLayer);
+    OGRFeatureDefnH definition = OGR_L_GetLayerDefn(mLayer);
+    // GDAL 3.6 streams empty geometries from a GeoPackage when the geometry
+    // is the only column; with the ids beside it they come.
+    bool fieldRead = false;
+    for (int i = 0; i < OGR_FD_GetFieldCount(definition) && !fieldRead; ++i)
+        fieldRead = !OGR_Fld_IsIgnored(OGR_FD_GetFieldDefn(definition, i));
+    withIds = withIds || !fieldRead;
     char* options[] = {const_cast<char*>(withIds ? "INCLUDE_FID=YES" : "INCLUDE_FID=NO"), nullptr};
     if (!OGR_L_GetArrowStream(mLayer, &mStream, options))
         return false;
@@ -64,7 +71,6 @@ bool TEFeatureBatchCursor::start(bool withIds)
         return false;
     const char* fidColumn = OGR_L_GetFIDColumn(mLayer);
     const QByteArray fidName = fidColumn && *fidColumn ? QByteArray(fidColumn) : QByteArray("OGC_FID");
-    OGRFeatureDefnH definition = OGR_L_GetLayerDefn(mLayer);
     bool readable = true;
     for (int64_t i = 0; i < schema.n_children && readable; ++i) {
         const ArrowSchema* column = schema.children[i];
@@ -80,16 +86,7 @@ bool TEFeatureBatchCursor::start(bool withIds)
             mGeometryChild = int(i);
         }
     }
-    const bool geometryOnly = schema.n_children == 1 && mGeometryChild == 0;
     schema.release(&schema);
-    if (!withIds && geometryOnly) {
-        // GDAL 3.6 streams empty geometries from a GeoPackage when the
-        // geometry is the only column; with the ids beside it they come.
-        mStream.release(&mStream);
-        mStream = ArrowArrayStream{};
-        mGeometryChild = -1;
-        return start(true);
-    }
     return readable && mGeometryChild >= 0;
 }
 
